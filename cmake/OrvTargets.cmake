@@ -1,0 +1,93 @@
+# One static library a folder, one test program a folder: both take every source of their folder.
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+    set(CMAKE_BUILD_TYPE RelWithDebInfo)
+endif()
+
+find_program(ORV_CCACHE ccache)
+if(ORV_CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER ${ORV_CCACHE})
+endif()
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Werror)
+if(ORV_SANITIZE)
+    add_compile_options(-fsanitize=${ORV_SANITIZE} -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${ORV_SANITIZE})
+    if(ORV_SANITIZE MATCHES undefined)
+        add_compile_options(-fno-sanitize-recover=undefined)
+    endif()
+endif()
+
+# orv_library(NAME [LIBRARIES ...]): the sources of the current folder, not of those below it.
+# A folder of headers only becomes an INTERFACE library.
+function(orv_library name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+    file(GLOB headers CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+    if(sources)
+        add_library(${name} STATIC ${sources} ${headers})
+        set(visibility PUBLIC)
+        set_property(GLOBAL APPEND PROPERTY ORV_LIBRARIES ${name})
+    else()
+        add_library(${name} INTERFACE)
+        set(visibility INTERFACE)
+    endif()
+    target_include_directories(
+        ${name} ${visibility} ${PROJECT_SOURCE_DIR}/src ${PROJECT_SOURCE_DIR}/include)
+    target_link_libraries(${name} ${visibility} ${ARG_LIBRARIES})
+endfunction()
+
+# orv_test(NAME LIBRARIES ... [LABELS ...]): one program of all sources of the current folder.
+# The target tests_LABEL builds every program that has the label.
+function(orv_test name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES;LABELS" ${ARGN})
+    file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
+         ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES TIMEOUT 300)
+    if(ARG_LABELS)
+        set_tests_properties(${name} PROPERTIES LABELS "${ARG_LABELS}")
+        foreach(label ${ARG_LABELS})
+            if(NOT TARGET tests_${label})
+                add_custom_target(tests_${label})
+            endif()
+            add_dependencies(tests_${label} ${name})
+        endforeach()
+    endif()
+endfunction()
+
+# orv_fuzz(NAME LIBRARIES ...): a libFuzzer program of fuzz/NAME.cpp over fuzz/corpus/NAME, run as a
+# test for ORV_FUZZ_SECONDS. What it finds beside the corpus stays in the build folder.
+function(orv_fuzz name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
+    set(corpus ${CMAKE_CURRENT_SOURCE_DIR}/corpus/${name})
+    set(found ${CMAKE_CURRENT_BINARY_DIR}/found/${name})
+    file(MAKE_DIRECTORY ${found})
+    add_executable(${name} ${name}.cpp)
+    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
+    target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+    add_test(NAME ${name} COMMAND ${name} -max_total_time=${ORV_FUZZ_SECONDS} -timeout=10
+                                  -print_final_stats=1 -artifact_prefix=${found}/../ ${found} ${corpus})
+    set_tests_properties(${name} PROPERTIES LABELS fuzz)
+    add_dependencies(fuzz_targets ${name})
+endfunction()
+
+# orv_targets_below(RESULT FOLDER ...): every target of these folders and those below them.
+function(orv_targets_below result)
+    set(found)
+    foreach(folder ${ARGN})
+        get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+        get_property(folders DIRECTORY ${folder} PROPERTY SUBDIRECTORIES)
+        orv_targets_below(below ${folders})
+        list(APPEND found ${targets} ${below})
+    endforeach()
+    set(${result} ${found} PARENT_SCOPE)
+endfunction()

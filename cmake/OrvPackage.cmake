@@ -2,6 +2,8 @@
 
 include(CMakePackageConfigHelpers)
 
+set(CMAKE_INSTALL_RPATH "\$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+
 get_property(orv_parts GLOBAL PROPERTY ORV_LIBRARIES)
 
 add_library(OrvAnnotation SHARED)

@@ -24,7 +24,7 @@ public:
                             const std::string &outputLog) = 0;
 
 protected:
-    ~OrvAnnotationDelegate() = default;
+    virtual ~OrvAnnotationDelegate() = default;
 };
 
 /// A plain function that takes bytes, their length and the active plug-in ID. Its result is not

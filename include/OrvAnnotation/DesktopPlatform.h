@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
@@ -21,6 +22,13 @@ public:
         std::string resourceFolder;
     };
 
+    /// A display's ID, as `AnnotationController::setM_dpID` takes it, and its size in points.
+    struct Display {
+        std::uint32_t displayID = 0;
+        double width = 0.0;
+        double height = 0.0;
+    };
+
     explicit DesktopPlatform(Options options);
     ~DesktopPlatform();
     DesktopPlatform(const DesktopPlatform &) = delete;
@@ -37,6 +45,8 @@ public:
     /// Writes what the display shows now, overlay included, as a PNG file. Main thread. False when
     /// the screen can't be read or the file not be written.
     bool writeScreenshot(const std::string &path);
+    /// The main display as it stands now; from any thread. The ID 0 when there is none.
+    [[nodiscard]] Display mainDisplay() const;
     /// One line that says how overlays are shown here: blended by a compositor, or shaped.
     [[nodiscard]] std::string describe() const;
 

@@ -24,7 +24,7 @@ public:
     virtual void mouseStatus(const AnnotationOverlayWindow *window, bool pressed) = 0;
 
 protected:
-    ~AnnotationsViewDelegate() = default;
+    virtual ~AnnotationsViewDelegate() = default;
 };
 
 /// The drawing surface of one display: takes input, keeps the documents, repaints them whole.

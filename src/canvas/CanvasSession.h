@@ -23,7 +23,7 @@ public:
     virtual void resetEventWindow() = 0;
 
 protected:
-    ~DisplaySession() = default;
+    virtual ~DisplaySession() = default;
 };
 
 /// All that a canvas can ask the session for.
@@ -47,7 +47,7 @@ public:
     [[nodiscard]] virtual std::string description() const = 0;
 
 protected:
-    ~CanvasSession() = default;
+    virtual ~CanvasSession() = default;
 };
 
 } // namespace orv

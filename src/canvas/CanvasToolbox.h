@@ -20,7 +20,7 @@ public:
     [[nodiscard]] virtual platform::View *snapshotEditingModeToolbarView() const = 0;
 
 protected:
-    ~CanvasToolbox() = default;
+    virtual ~CanvasToolbox() = default;
 };
 
 } // namespace orv

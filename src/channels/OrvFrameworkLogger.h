@@ -23,7 +23,7 @@ public:
     virtual void logger(const void *sender, std::int32_t level, const std::string &outputLog) = 0;
 
 protected:
-    ~OrvFrameworkLoggerDelegate() = default;
+    virtual ~OrvFrameworkLoggerDelegate() = default;
 };
 
 /// The process-wide log: a threshold for each class, a delegate, else the system log.

@@ -81,8 +81,7 @@ void AnnotationManager::setDisplayID(platform::DisplayID displayID)
 
 void AnnotationManager::setDimension(platform::Size dimension, platform::Size scaled)
 {
-    m_curDimension_ = dimension;
-    m_curScaledDimension_ = scaled;
+    clientPicture_ = {dimension, scaled};
 }
 
 std::optional<platform::Screen> AnnotationManager::displayScreenRequested() const
@@ -152,7 +151,10 @@ void AnnotationManager::resetAllDisplayWindow()
     }
 }
 
-void AnnotationManager::resetEventWindow() {}
+void AnnotationManager::resetEventWindow()
+{
+    remoteInput_.resetEventWindow();
+}
 
 void AnnotationManager::terminate()
 {
@@ -163,6 +165,7 @@ void AnnotationManager::terminate()
         currentTool_.reset();
         lastSelectedTool_.reset();
         AppConstants::destroy();
+        remoteInput_.resetEventWindow();
         canvasHandler_.reset();
         outlets_ = {};
         displayScreen_.reset();

@@ -3,19 +3,16 @@
 #include "canvas/AnnotationCanvasHandler.h"
 #include "canvas/CanvasSession.h"
 #include "platform/ports/MainThread.h"
+#include "session/RemoteInput.h"
 #include "session/SessionOutlets.h"
 #include "session/ToolTable.h"
 
-#include <array>
 #include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 
 namespace orv {
-
-/// Mouse or keyboard input of the client: the event or action number and its two words.
-using ControlEvent = std::array<std::uint32_t, 3>;
 
 /// The session of the active plug-in: brings up windows and tools, opens, closes, takes requests.
 ///
@@ -46,6 +43,8 @@ public:
     {
         return lastSelectedTool_;
     }
+
+    [[nodiscard]] const RemoteInput &remoteInput() const { return remoteInput_; }
 
     void setIsIgnoreMouseEvent(std::int32_t ignore) { isIgnoreMouseEvent_ = ignore; }
     void setClientDimensionInfo(platform::Size size) { DEF_CLI_DIMENSION_ = size; }
@@ -131,6 +130,7 @@ private:
     void selectToolOfOutlet(const std::string &outlet);
     void applyStyleForFrontmostApplication();
     void getApplictionLanuchStatus();
+    [[nodiscard]] RemoteInputDesk remoteInputDesk() const;
 
     SessionOutlets outlets_;
     std::unique_ptr<AnnotationCanvasHandler> canvasHandler_;
@@ -146,8 +146,8 @@ private:
     std::optional<platform::Screen> displayScreen_;
     std::optional<platform::Screen> displayScreenRequested_;
     platform::Size DEF_CLI_DIMENSION_;
-    platform::Size m_curDimension_;
-    platform::Size m_curScaledDimension_;
+    ClientPicture clientPicture_;
+    RemoteInput remoteInput_;
     bool isAnimating_ = false;
     std::int32_t isEnterSpecialMode_ = 0;
     bool m_bAutoClear_ = true;

@@ -130,8 +130,6 @@ void AnnotationManager::handlePrevPageRequest() {}
 void AnnotationManager::handleNextPageRequest() {}
 void AnnotationManager::handleDoSave(std::uint32_t /*action*/) {}
 void AnnotationManager::handleVideoRecording(std::uint32_t /*action*/) {}
-void AnnotationManager::handleControlMouseEvent(const ControlEvent & /*event*/) {}
-void AnnotationManager::handleControlKeyboardEvent(const ControlEvent & /*event*/) {}
 void AnnotationManager::handleSpotlightPichAct(bool /*begin*/) {}
 void AnnotationManager::handleSpotlightPichMove(std::int32_t /*length*/) {}
 void AnnotationManager::handleOthersMode(std::uint32_t /*mode*/, std::uint8_t /*subMode*/,
@@ -142,6 +140,30 @@ void AnnotationManager::updateFileTransferStatusDlg(std::uint32_t /*status*/) {}
 void AnnotationManager::closeFileTransferStatusDlg() {}
 void AnnotationManager::leaveOthersMode() {}
 void AnnotationManager::hideToolMenuToggle() {}
+
+RemoteInputDesk AnnotationManager::remoteInputDesk() const
+{
+    RemoteInputDesk desk;
+    desk.toolbox = outlets_.toolboxWindow.get();
+    desk.overlay = outlets_.overlayWindow.get();
+    desk.toolMenuView = outlets_.toolMenuView.get();
+    desk.canvasHandler = canvasHandler_.get();
+    desk.isSupportMultiScreen = isSupportMultiScreen();
+    desk.displayScreen = displayScreen_;
+    desk.requestedDisplay = displayScreenRequested_ ? displayScreenRequested_->displayID : 0;
+    desk.picture = clientPicture_;
+    return desk;
+}
+
+void AnnotationManager::handleControlMouseEvent(const ControlEvent &event)
+{
+    remoteInput_.handleControlMouseEvent(event, remoteInputDesk());
+}
+
+void AnnotationManager::handleControlKeyboardEvent(const ControlEvent &event)
+{
+    remoteInput_.handleControlKeyboardEvent(event, remoteInputDesk());
+}
 
 void AnnotationManager::requestHelp()
 {

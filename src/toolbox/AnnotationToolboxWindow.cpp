@@ -82,6 +82,8 @@ void AnnotationToolboxWindow::hideToolboxWindow(bool animate)
     if (toolSelectionView_) {
         toolSelectionView_->setHidden(true);
     }
+    // What is left of the panel is transparent, and clicks on it are meant for what lies below.
+    setIgnoresMouseEvents(true);
     isIconized_ = true;
 }
 
@@ -93,6 +95,7 @@ void AnnotationToolboxWindow::showToolboxWindow(bool animate)
     if (toolSelectionView_) {
         toolSelectionView_->setHidden(false);
     }
+    setIgnoresMouseEvents(false);
     const double seconds = secondsFromHome();
     glideTo(windowFrameCenteredAtTopEdge_, kSlideSeconds, animate);
     if (seconds != 0.0) {

@@ -23,7 +23,7 @@ public:
     [[nodiscard]] virtual std::string className() const = 0;
 
 protected:
-    ~WindowEvents() = default;
+    virtual ~WindowEvents() = default;
 };
 
 /// Named styles of a window.

@@ -1,0 +1,88 @@
+#include "OrvAnnotation/DesktopPlatform.h"
+
+#include "platform/desktop/DesktopPorts.h"
+#include "platform/desktop/GuiProcess.h"
+#include "platform/desktop/Screenshot.h"
+#include "platform/raster/Pictures.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+#include <utility>
+
+namespace orv {
+
+/// The GUI application and the ports on it, installed for the length of its life.
+class DesktopPlatform::Impl {
+public:
+    explicit Impl(const Options &options)
+        : gui_(options.bundleIdentifier), ports_(options.bundleIdentifier, options.resourceFolder)
+    {
+        platform::Platform::install(&ports_);
+    }
+    ~Impl() { platform::Platform::install(nullptr); }
+    Impl(const Impl &) = delete;
+    Impl &operator=(const Impl &) = delete;
+
+    platform::DesktopPorts &ports() { return ports_; }
+
+private:
+    platform::GuiProcess gui_;
+    platform::DesktopPorts ports_;
+};
+
+DesktopPlatform::DesktopPlatform(Options options) : impl_(std::make_unique<Impl>(options)) {}
+
+DesktopPlatform::~DesktopPlatform() = default;
+
+int DesktopPlatform::run()
+{
+    return impl_->ports().mainThread().run();
+}
+
+void DesktopPlatform::quit(int exitCode)
+{
+    impl_->ports().mainThread().quit(exitCode);
+}
+
+void DesktopPlatform::post(std::function<void()> task)
+{
+    impl_->ports().mainThread().post(std::move(task));
+}
+
+void DesktopPlatform::after(double seconds, std::function<void()> task)
+{
+    impl_->ports().mainThread().after(seconds, std::move(task)).detach();
+}
+
+bool DesktopPlatform::writeScreenshot(const std::string &path)
+{
+    impl_->ports().windowServer().displayIfNeeded();
+    const QScreen *screen = QGuiApplication::primaryScreen();
+    const auto image = screen == nullptr
+                           ? std::nullopt
+                           : platform::readScreen(impl_->ports().x(), screen->geometry());
+    return image && platform::writePng(path, *image);
+}
+
+DesktopPlatform::Display DesktopPlatform::mainDisplay() const
+{
+    platform::Displays &displays = impl_->ports().displays();
+    const platform::DisplayID display = displays.mainDisplayID();
+    const platform::Size size = displays.bounds(display).size;
+    return {display, size.width, size.height};
+}
+
+std::string DesktopPlatform::describe() const
+{
+    const char *display = std::getenv("DISPLAY");
+    return fmt::format("X11 display {}: overlay windows are {}", display == nullptr ? "" : display,
+                       impl_->ports().windowServer().isBlended()
+                           ? "blended by a compositor"
+                           : "shaped to their ink, as nothing here blends windows");
+}
+
+} // namespace orv

@@ -1,0 +1,296 @@
+#include "platform/desktop/DesktopWindowSurface.h"
+
+#include "platform/desktop/KeyTranslation.h"
+#include "platform/desktop/WindowShape.h"
+#include "platform/desktop/WindowTraits.h"
+#include "platform/raster/RasterContext.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace orv::platform {
+
+void DesktopWindowSurface::DetachAndDeleteLater::operator()(OverlayWindow *window) const
+{
+    // It may be in the middle of an event of its own.
+    window->detach();
+    window->hide();
+    window->deleteLater();
+}
+
+DesktopWindowSurface::DesktopWindowSurface(SurfaceHost &host, WindowEvents &events, int number)
+    : host_(host), events_(events), number_(number), window_(new OverlayWindow(*this))
+{
+}
+
+DesktopWindowSurface::~DesktopWindowSurface()
+{
+    orderOut();
+    host_.takeAway(*this);
+}
+
+void DesktopWindowSurface::setFrame(const Rect &frame)
+{
+    if (frame == frame_) {
+        return;
+    }
+    frame_ = frame;
+    applyFrame();
+}
+
+void DesktopWindowSurface::applyFrame()
+{
+    const PixelGrid pixels = grid();
+    const QSize size(pixels.pixelWidth(), pixels.pixelHeight());
+    window_->setGeometry(QRect(host_.deviceSpace().topLeft(frame_), size));
+    if (shield_) {
+        shield_->setFrame(window_->geometry());
+    }
+    if (size != QSize(picture_.width(), picture_.height())) {
+        picture_ = Image(size.width(), size.height());
+        setNeedsDisplay(bounds());
+    }
+    host_.x().flush();
+}
+
+void DesktopWindowSurface::setLevel(int level)
+{
+    if (std::exchange(level_, level) != level && shown_) {
+        host_.bringToFront(*this);
+    }
+}
+
+void DesktopWindowSurface::setTitle(const std::string &title)
+{
+    window_->setTitle(QString::fromStdString(title));
+    host_.x().flush();
+}
+
+void DesktopWindowSurface::setAlpha(double alpha)
+{
+    const double clamped = std::clamp(alpha, 0.0, 1.0);
+    if (std::exchange(alpha_, clamped) == clamped || !presenter_) {
+        return;
+    }
+    setNativeOpacity();
+    if (!host_.isBlended()) {
+        presenter_->setShaped(true, alpha_);
+    }
+    host_.x().flush();
+}
+
+void DesktopWindowSurface::setIgnoresMouseEvents(bool ignores)
+{
+    if (std::exchange(ignoresMouse_, ignores) != ignores) {
+        updateInput();
+    }
+}
+
+void DesktopWindowSurface::createNativeWindow()
+{
+    window_->create();
+    const XConnection &x = host_.x();
+    xcb_change_window_attributes(x.get(), nativeWindow(), XCB_CW_BACK_PIXEL,
+                                 &window_traits::backgroundPixel);
+    const auto &shadow = window_traits::noShadow;
+    x.setNumber(nativeWindow(), shadow.name, shadow.value);
+    const std::string name = events_.className() + '\0' + host_.applicationClass() + '\0';
+    xcb_change_property(x.get(), XCB_PROP_MODE_REPLACE, nativeWindow(), XCB_ATOM_WM_CLASS,
+                        XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(name.size()), name.data());
+    presenter_.emplace(*window_, x);
+    presenter_->setShaped(!host_.isBlended(), alpha_);
+    setNativeOpacity();
+    updateInput();
+}
+
+void DesktopWindowSurface::setNativeOpacity() const
+{
+    const auto &opacity = window_traits::opacity;
+    host_.x().setNumber(nativeWindow(), opacity.name,
+                        static_cast<std::uint32_t>(std::llround(alpha_ * opacity.value)));
+}
+
+xcb_window_t DesktopWindowSurface::nativeWindow() const
+{
+    return window_->handle() == nullptr ? xcb_window_t{XCB_NONE}
+                                        : static_cast<xcb_window_t>(window_->winId());
+}
+
+void DesktopWindowSurface::updateInput()
+{
+    if (!presenter_) {
+        return;
+    }
+    const bool blended = host_.isBlended();
+    WindowShape(host_.x(), nativeWindow()).setTakesInput(blended && !ignoresMouse_);
+    const bool needsShield = shown_ && !blended && !ignoresMouse_;
+    if (!needsShield) {
+        shield_.reset();
+    } else if (!shield_) {
+        shield_.emplace(host_.x(), window_->geometry(),
+                        [this](const PointerInput &input) { pointer(input); });
+        host_.bringToFront(*this);
+    }
+    host_.x().flush();
+}
+
+void DesktopWindowSurface::orderFront()
+{
+    if (!presenter_) {
+        createNativeWindow();
+    }
+    shown_ = true;
+    displayIfNeeded();
+    window_->setVisible(true);
+    updateInput();
+    host_.bringToFront(*this);
+    host_.x().flush();
+}
+
+void DesktopWindowSurface::orderOut()
+{
+    if (!std::exchange(shown_, false)) {
+        return;
+    }
+    host_.takeAway(*this);
+    window_->setVisible(false);
+    updateInput();
+    host_.x().flush();
+}
+
+void DesktopWindowSurface::raise()
+{
+    window_->raise();
+    if (shield_) {
+        shield_->raise();
+    }
+}
+
+void DesktopWindowSurface::makeKey()
+{
+    if (shown_) {
+        host_.giveKeyboard(*this);
+    }
+}
+
+void DesktopWindowSurface::blendingChanged()
+{
+    if (!presenter_) {
+        return;
+    }
+    presenter_->setShaped(!host_.isBlended(), alpha_);
+    updateInput();
+}
+
+std::uint64_t DesktopWindowSurface::pixelsSent() const
+{
+    return presenter_ ? presenter_->pixelsSent() : 0;
+}
+
+void DesktopWindowSurface::setNeedsDisplay(const Rect &rect)
+{
+    const Rect inside = rect.intersection(bounds());
+    if (inside.isEmpty()) {
+        return;
+    }
+    dirty_ = dirty_.united(inside);
+    if (shown_) {
+        host_.drawSoon();
+    }
+}
+
+void DesktopWindowSurface::displayIfNeeded()
+{
+    if (shown_ && !dirty_.isEmpty()) {
+        draw(std::exchange(dirty_, Rect{}));
+    }
+}
+
+void DesktopWindowSurface::draw(const Rect &dirty)
+{
+    const PixelGrid pixels = grid();
+    const PixelRect area = pixels.pixelsTouching(dirty);
+    for (int y = area.y; y < area.y + area.height; ++y) {
+        std::fill_n(picture_.row(y) + area.x, area.width, 0U);
+    }
+    {
+        RasterContext context(picture_, pixels, area);
+        events_.draw(context, pixels.points(area));
+    }
+    presenter_->present(picture_, area);
+}
+
+void DesktopWindowSurface::exposed(const QRegion &region)
+{
+    host_.mainThread().call([&] {
+        displayIfNeeded();
+        presenter_->expose(region);
+    });
+}
+
+Event DesktopWindowSurface::eventAt(const PointerInput &input)
+{
+    const double scale = host_.deviceSpace().scale;
+    Event event;
+    event.type = eventType(input);
+    event.location = {input.position.x() / scale, frame_.size.height - input.position.y() / scale};
+    event.modifierFlags = input.modifierFlags;
+    event.timestamp = host_.mainThread().now();
+    event.windowNumber = number_;
+    event.eventNumber = host_.nextEventNumber();
+    if (input.action == PointerInput::Action::press) {
+        clicks_.press(input.button, input.position, event.timestamp);
+    }
+    event.clickCount = event.type == EventType::mouseMoved ? 0 : clicks_.present();
+    event.pressure = input.pressure;
+    event.button = input.button;
+    return event;
+}
+
+void DesktopWindowSurface::pointer(const PointerInput &input)
+{
+    host_.mainThread().call([&] {
+        const Event event = eventAt(input);
+        const bool activates =
+            event.type == EventType::leftMouseDown && (styleMask_ & style::nonactivatingPanel) == 0;
+        if (activates && !isKey()) {
+            makeKey();
+        }
+        events_.sendEvent(event);
+    });
+}
+
+void DesktopWindowSurface::key(const KeyInput &input)
+{
+    Event event;
+    event.type = input.down ? EventType::keyDown : EventType::keyUp;
+    const std::uint64_t flag = modifierOfKey(input.virtualKey);
+    // The caps lock changes when it goes down, and keys that are held change nothing more.
+    if (flag != 0 && (input.isRepeat || (flag == modifier::capsLock && !input.down))) {
+        return;
+    }
+    if (flag != 0) {
+        event.type = EventType::flagsChanged;
+    } else {
+        event.characters = input.characters;
+        event.isRepeat = input.isRepeat;
+    }
+    host_.mainThread().call([&] {
+        event.keyCode = input.virtualKey;
+        event.modifierFlags = input.modifierFlags;
+        event.timestamp = host_.mainThread().now();
+        event.windowNumber = number_;
+        event.eventNumber = host_.nextEventNumber();
+        events_.sendEvent(event);
+    });
+}
+
+void DesktopWindowSurface::keyboard(bool gained)
+{
+    host_.mainThread().call([&] { host_.keyboardMoved(*this, gained); });
+}
+
+} // namespace orv::platform

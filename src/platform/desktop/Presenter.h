@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/desktop/InkShape.h"
+#include "platform/desktop/XConnection.h"
+#include "platform/raster/PixelRect.h"
+#include "platform/values/Image.h"
+
+#include <QBackingStore>
+#include <QRegion>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+class QWindow;
+
+namespace orv::platform {
+
+/// Brings a surface's picture onto its window: only the pixels that differ from what is there.
+///
+/// Under a compositor the window shows the pixels with their alpha. Without one it is shaped to
+/// the ink, which is then opaque.
+///
+/// Thread   main thread only.
+/// Units    device pixels from the window's top left corner.
+class Presenter {
+public:
+    /// The window has been created and outlives it.
+    Presenter(QWindow &window, const XConnection &x);
+
+    /// Shaped or blended from now on; what was presented is put again in the new way. `alpha`, 0 to
+    /// 1, is the whole window's; a compositor applies it by itself.
+    void setShaped(bool shaped, double alpha);
+    /// Shows `model`, of which at most `within` has changed since the last call. Another size than
+    /// then makes all of it new.
+    void present(const Image &model, const PixelRect &within);
+    /// The X server has lost these pixels.
+    void expose(const QRegion &region);
+
+    /// Pixels sent to the window so far.
+    [[nodiscard]] std::uint64_t pixelsSent() const { return pixelsSent_; }
+
+private:
+    [[nodiscard]] PixelRect bounds() const { return {0, 0, shown_.width(), shown_.height()}; }
+    void put(const std::vector<PixelRect> &rects);
+    void send(const QRegion &region);
+
+    QWindow &window_;
+    const XConnection &x_;
+    QBackingStore store_;
+    Image shown_{1, 1};
+    /// Empty while windows are blended.
+    std::optional<InkShape> shape_;
+    int visibleFrom_ = 1;
+    std::uint64_t pixelsSent_ = 0;
+};
+
+} // namespace orv::platform

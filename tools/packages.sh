@@ -1,0 +1,40 @@
+# Sourced by ./test and ./run: which Debian packages each needs, and how they get here.
+
+build_packages=(
+    ccache cmake g++ gettext libbsd-dev libfmt-dev ninja-build nlohmann-json3-dev pkg-config
+    qt6-base-dev libxcb1-dev libxcb-composite0-dev libxcb-ewmh-dev libxcb-icccm4-dev
+    libxcb-image0-dev libxcb-keysyms1-dev libxcb-randr0-dev libxcb-shape0-dev libxcb-shm0-dev
+    libxcb-xfixes0-dev libxcb-xtest0-dev
+)
+desktop_packages=(
+    fonts-urw-base35 hsetroot openbox picom x11-utils xdg-user-dirs xvfb
+)
+test_packages=(
+    clang-14 clang-format-14 clang-tidy-14 imagemagick libbenchmark-dev libclang-rt-14-dev
+    libgmock-dev libgtest-dev python3 x11-xserver-utils xdotool
+)
+
+# install_packages NAME...: those that are missing; says what to do where that is not possible.
+install_packages() {
+    local missing=() name
+    for name in "$@"; do
+        if [[ "$(dpkg-query -W -f '${db:Status-Status}' "$name" 2>/dev/null)" != installed ]]; then
+            missing+=("$name")
+        fi
+    done
+    if ((${#missing[@]} == 0)); then
+        return 0
+    fi
+    local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -y -q)
+    if ((EUID != 0)); then
+        if ! command -v sudo >/dev/null; then
+            echo "These packages are missing, and there is neither root nor sudo to install them:" \
+                "${missing[*]}" >&2
+            return 1
+        fi
+        apt=(sudo "${apt[@]}")
+    fi
+    echo "Installing: ${missing[*]}"
+    "${apt[@]}" update >/dev/null
+    "${apt[@]}" install --no-install-recommends "${missing[@]}" >/dev/null
+}

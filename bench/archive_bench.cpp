@@ -117,7 +117,7 @@ void writeArchive(benchmark::State &state)
 {
     const auto list = strokes(static_cast<std::size_t>(state.range(0)));
     std::size_t size = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         const Data bytes = archived(list);
         size = bytes.size();
         benchmark::DoNotOptimize(bytes.data());
@@ -128,7 +128,7 @@ void writeArchive(benchmark::State &state)
 void readArchive(benchmark::State &state)
 {
     const Data bytes = archived(strokes(static_cast<std::size_t>(state.range(0))));
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (pointsRead(bytes) != static_cast<std::size_t>(state.range(0)) * kPoints) {
             state.SkipWithError("points are missing");
         }
@@ -145,7 +145,7 @@ void writeFileOfSameSize(benchmark::State &state)
 {
     const Data bytes = archived(strokes(static_cast<std::size_t>(state.range(0))));
     const std::string path = scratchFile();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         std::ofstream file(path, std::ios::binary | std::ios::trunc);
         file.write(reinterpret_cast<const char *>(bytes.data()),
                    static_cast<std::streamsize>(bytes.size()));
@@ -162,7 +162,7 @@ void readFileOfSameSize(benchmark::State &state)
         state.SkipWithError("the scratch file can't be written");
         return;
     }
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(readFile(path, kReadLimit));
     }
     std::filesystem::remove(path);
@@ -173,7 +173,7 @@ void writeFileAtomicallyOfSameSize(benchmark::State &state)
 {
     const Data bytes = archived(strokes(static_cast<std::size_t>(state.range(0))));
     const std::string path = scratchFile();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         if (!writeFileAtomically(path, bytes)) {
             state.SkipWithError("the scratch file can't be written");
         }

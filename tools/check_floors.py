@@ -12,7 +12,7 @@ from pathlib import Path
 
 INCLUDE = re.compile(r'^\s*#\s*include\s*(?:"(?P<own>[^"]+)"|<(?P<system>[^>]+)>)')
 OWN_FOLDERS = ("src", "include", "apps", "tests", "bench", "fuzz")
-SEARCH_FOLDERS = ("src", "include", "tests")
+SEARCH_FOLDERS = ("src", "include", "tests", "apps")
 SUFFIXES = (".h", ".cpp")
 PUBLIC = "include/OrvAnnotation"
 

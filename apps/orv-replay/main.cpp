@@ -3,6 +3,7 @@
 #include "orv-replay/ReplayOptions.h"
 #include "orv-replay/ReplaySession.h"
 
+#include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <iostream>
@@ -34,6 +35,8 @@ int replay(const orv::apps::ReplayOptions &options)
 
 int main(int argc, char **argv)
 {
+    // A toolkit's remarks on a desktop that is not used are none of the reader's business.
+    ::setenv("QT_LOGGING_RULES", "default.warning=false", 0);
     try {
         const auto options =
             orv::apps::replayOptions(std::span(argv, static_cast<std::size_t>(argc)).subspan(1));

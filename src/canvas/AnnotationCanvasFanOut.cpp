@@ -63,8 +63,8 @@ void AnnotationCanvasHandler::saveDefaultAnnotationData()
 
 void AnnotationCanvasHandler::setStyleMask(std::uint32_t mask)
 {
-    const std::lock_guard lock(mutex_);
-    for (const auto &[id, window] : canvasDict_) {
+    const platform::Monitor::Hold lock(monitor_);
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         window->setStyleMask(mask);
     }
 }
@@ -145,8 +145,8 @@ void AnnotationCanvasHandler::redoAnnotation()
 
 void AnnotationCanvasHandler::clearAnnotationsWithSqueegee()
 {
-    const std::lock_guard lock(mutex_);
-    for (const auto &[id, window] : canvasDict_) {
+    const platform::Monitor::Hold lock(monitor_);
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         const auto view = window->annotationsView();
         if (view->hasAnnotations()) {
             platform::Platform::current().mainThread().post(

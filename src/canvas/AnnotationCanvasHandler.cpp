@@ -12,7 +12,7 @@ namespace orv {
 namespace {
 
 using platform::DisplayID;
-using Lock = std::lock_guard<std::recursive_mutex>;
+using Lock = platform::Monitor::Hold;
 
 // Several announcements of one change come within this time.
 constexpr double kScreenChangeSeconds = 0.3;
@@ -45,7 +45,7 @@ AnnotationCanvasHandler::~AnnotationCanvasHandler()
     platform::NotificationCenter::local().removeObserver(this);
     changeScreenTimer_.reset();
     hiddenCanvas();
-    const Lock lock(mutex_);
+    const Lock lock(monitor_);
     while (!canvasDict_.empty()) {
         const auto window = canvasDict_.begin()->second;
         canvasDict_.erase(canvasDict_.begin());
@@ -56,9 +56,9 @@ AnnotationCanvasHandler::~AnnotationCanvasHandler()
 
 AnnotationOverlayWindow *AnnotationCanvasHandler::mainCanvas() const
 {
-    const Lock lock(mutex_);
+    const Lock lock(monitor_);
     AnnotationOverlayWindow *found = nullptr;
-    for (const auto &[id, window] : canvasDict_) {
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         if (window->isMain()) {
             found = window.get();
         }
@@ -75,9 +75,8 @@ AnnotationsView *AnnotationCanvasHandler::mainView() const
 void AnnotationCanvasHandler::forEachCanvas(
     const std::function<void(AnnotationsView &)> &visit) const
 {
-    const Lock lock(mutex_);
-    const CanvasDict canvases = canvasDict_;
-    for (const auto &[id, window] : canvases) {
+    const Lock lock(monitor_);
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         visit(*window->annotationsView());
     }
 }
@@ -112,9 +111,9 @@ void AnnotationCanvasHandler::resetMultiScreen()
         present.insert(screen.displayID);
     }
     {
-        const Lock lock(mutex_);
+        const Lock lock(monitor_);
         const AnnotationOverlayWindow *main = mainCanvas();
-        for (const auto &[id, window] : canvasDict_) {
+        for (const auto &[id, window] : CanvasDict(canvasDict_)) {
             if (window.get() != main && !present.contains(id)) {
                 window->setEnable(false);
                 window->setIsVisible(false);
@@ -124,7 +123,7 @@ void AnnotationCanvasHandler::resetMultiScreen()
         for (const auto &screen : screens) {
             const auto found = canvasDict_.find(screen.displayID);
             if (found == canvasDict_.end()) {
-                canvasDict_[screen.displayID] = createNewCanvas(screen);
+                canvasDict_.emplace(screen.displayID, createNewCanvas(screen));
                 continue;
             }
             const auto window = found->second;
@@ -146,8 +145,8 @@ void AnnotationCanvasHandler::supportMultiScreen(bool support)
         resetMultiScreen();
         return;
     }
-    const Lock lock(mutex_);
-    for (const auto &[id, window] : canvasDict_) {
+    const Lock lock(monitor_);
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         if (!window->isMain()) {
             window->setIsVisible(false);
             window->orderOut();
@@ -158,8 +157,8 @@ void AnnotationCanvasHandler::supportMultiScreen(bool support)
 void AnnotationCanvasHandler::showCanvas()
 {
     isEnable_ = true;
-    const Lock lock(mutex_);
-    for (const auto &[id, window] : canvasDict_) {
+    const Lock lock(monitor_);
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         if (!window->enable()) {
             continue;
         }
@@ -175,8 +174,8 @@ void AnnotationCanvasHandler::showCanvas()
 void AnnotationCanvasHandler::hiddenCanvas()
 {
     isEnable_ = false;
-    const Lock lock(mutex_);
-    for (const auto &[id, window] : canvasDict_) {
+    const Lock lock(monitor_);
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         window->setIsVisible(false);
         window->annotationsView()->setIsHidden(true);
         window->annotationsView()->setCurrentCursor(std::nullopt);
@@ -187,8 +186,8 @@ void AnnotationCanvasHandler::hiddenCanvas()
 
 void AnnotationCanvasHandler::resetDisplay()
 {
-    const Lock lock(mutex_);
-    for (const auto &[id, window] : canvasDict_) {
+    const Lock lock(monitor_);
+    for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         if (window->enable()) {
             window->resetDisplay();
             window->annotationsView()->resetDisplay();
@@ -224,8 +223,8 @@ AnnotationOverlayWindow *AnnotationCanvasHandler::testHitCanvas(platform::Point 
     const auto mainScreen = displays().screen(displays().mainDisplayID());
     const platform::Point point = mainScreen ? mainScreen->flipPoint(fromTopLeft) : fromTopLeft;
     if (const auto screen = displays().testHitScreen(point)) {
-        const Lock lock(mutex_);
-        for (const auto &[id, window] : canvasDict_) {
+        const Lock lock(monitor_);
+        for (const auto &[id, window] : CanvasDict(canvasDict_)) {
             if (window->isVisible() && id == screen->displayID) {
                 return window.get();
             }

@@ -2,13 +2,13 @@
 
 #include "canvas/AnnotationOverlayWindow.h"
 #include "canvas/AnnotationsView.h"
+#include "platform/foundation/Monitor.h"
 #include "platform/ports/MainThread.h"
 #include "platform/values/Event.h"
 
 #include <functional>
 #include <map>
 #include <memory>
-#include <mutex>
 #include <optional>
 #include <string>
 
@@ -19,7 +19,8 @@ namespace orv {
 /// Owns      a window with its canvas for each display, also for one that is gone: it may return.
 /// Borrows   the session and the toolbox.
 /// Thread    main thread, or the host's under the monitor. Each traversal of the set holds the
-///           set's own re-entrant lock, so a canvas may call back.
+///           set's own re-entrant monitor, so a canvas may call back; it goes over a copy, since a
+///           host's thread lets go of the monitor while it waits for the main thread.
 /// Order     a fan-out goes through the displays by rising ID.
 class AnnotationCanvasHandler : public AnnotationsViewDelegate {
 public:
@@ -92,7 +93,7 @@ private:
     std::shared_ptr<AnnotationOverlayWindow> createNewCanvas(const platform::Screen &screen);
     void onTick();
 
-    mutable std::recursive_mutex mutex_;
+    mutable platform::Monitor monitor_;
     CanvasDict canvasDict_;
     CanvasSession *annotationManager_;
     CanvasToolbox *toolboxWindow_;

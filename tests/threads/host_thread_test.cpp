@@ -59,8 +59,6 @@ TEST_F(HostThread, ASessionOpensDrawsAndClosesFromAnotherThread)
             stroke(y);
         }
         record(17, 1);
-        record(17, 2);
-        record(17, 1);
     });
     EXPECT_EQ(annotationCount(), 19U);
     runBeside([this] { record(0, 0, {0}); });

@@ -3,6 +3,8 @@
 #include "channels/controller/ControllerParts.h"
 #include "platform/foundation/Exception.h"
 #include "platform/foundation/Monitor.h"
+#include "platform/ports/MainThread.h"
+#include "platform/ports/Platform.h"
 
 #include <functional>
 
@@ -41,6 +43,8 @@ AnnotationController::AnnotationController() : parts_(std::make_shared<Controlle
     logger.setLevel(OrvAnnotation::className, kLogErrors);
     logger.setStandardOutput(false);
     logger.setDelegate(parts_.get());
+    platform::Platform::current().mainThread().setErrorSink(
+        [](const std::string &description) { logLine(1, description); });
 }
 
 AnnotationController::~AnnotationController()

@@ -25,15 +25,13 @@ namespace orv::platform {
 /// Invariant nobody waits in `postAndWait` for a loop that has ended.
 class DesktopMainThread final : public MainThread {
 public:
-    using ErrorSink = std::function<void(const std::string &)>;
-
     /// `sink` takes the description of each exception that a callback let go; any thread.
     explicit DesktopMainThread(ErrorSink sink);
     ~DesktopMainThread() override;
     DesktopMainThread(const DesktopMainThread &) = delete;
     DesktopMainThread &operator=(const DesktopMainThread &) = delete;
 
-    void setErrorSink(ErrorSink sink);
+    void setErrorSink(ErrorSink sink) override;
     /// Called on the main thread before it blocks, so that what was drawn is seen meanwhile.
     void setBeforeBlock(Task present) { present_ = std::move(present); }
 

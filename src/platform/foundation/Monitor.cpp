@@ -1,8 +1,20 @@
 #include "platform/foundation/Monitor.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orv::platform {
+
+namespace {
+
+// The monitors that a thread holds, in the order in which it took them.
+std::vector<Monitor *> &heldByThisThread()
+{
+    thread_local std::vector<Monitor *> held;
+    return held;
+}
+
+} // namespace
 
 Monitor &Monitor::shared()
 {
@@ -17,12 +29,12 @@ void Monitor::enter()
 
 void Monitor::enterTimes(std::size_t depth)
 {
-    if (depth == 0) {
-        return;
-    }
     std::unique_lock lock(mutex_);
     const auto self = std::this_thread::get_id();
     freed_.wait(lock, [&] { return depth_ == 0 || owner_ == self; });
+    if (depth_ == 0) {
+        heldByThisThread().push_back(this);
+    }
     owner_ = self;
     depth_ += depth;
 }
@@ -32,6 +44,7 @@ void Monitor::leave()
     const std::lock_guard lock(mutex_);
     if (--depth_ == 0) {
         owner_ = {};
+        std::erase(heldByThisThread(), this);
         freed_.notify_one();
     }
 }
@@ -39,13 +52,24 @@ void Monitor::leave()
 std::size_t Monitor::leaveAll()
 {
     const std::lock_guard lock(mutex_);
-    if (depth_ == 0 || owner_ != std::this_thread::get_id()) {
-        return 0;
-    }
     const std::size_t depth = std::exchange(depth_, 0);
     owner_ = {};
     freed_.notify_one();
     return depth;
+}
+
+Monitor::Release::Release()
+{
+    for (Monitor *monitor : std::exchange(heldByThisThread(), {})) {
+        released_.emplace_back(monitor, monitor->leaveAll());
+    }
+}
+
+Monitor::Release::~Release()
+{
+    for (const auto &[monitor, depth] : released_) {
+        monitor->enterTimes(depth);
+    }
 }
 
 } // namespace orv::platform

@@ -4,11 +4,14 @@
 #include <cstddef>
 #include <mutex>
 #include <thread>
+#include <utility>
+#include <vector>
 
 namespace orv::platform {
 
-/// The one re-entrant lock between the main thread and the host's threads.
+/// A re-entrant lock that a thread lets go of while it waits for another one.
 ///
+/// `shared` is the one between the main thread and the host's threads.
 /// The main thread holds it round each callback, the entries for hosts round their direct steps. It
 /// is let go, whatever the depth, while a thread waits for the other one or an animation
 /// blocks. The logic below those entries does not know of it.
@@ -34,21 +37,18 @@ public:
         Monitor &monitor_;
     };
 
-    /// Lets go of all of this thread's holds for the length of a scope, and takes them back at its
-    /// end. Harmless where the thread holds nothing.
+    /// Lets go of all of this thread's holds, on this and on every other monitor, for the length of
+    /// a scope, and takes them back at its end in the order in which they were taken. Harmless
+    /// where the thread holds nothing. What the monitors guard may have changed meanwhile.
     class Release {
     public:
-        explicit Release(Monitor &monitor = Monitor::shared())
-            : monitor_(monitor), depth_(monitor.leaveAll())
-        {
-        }
-        ~Release() { monitor_.enterTimes(depth_); }
+        Release();
+        ~Release();
         Release(const Release &) = delete;
         Release &operator=(const Release &) = delete;
 
     private:
-        Monitor &monitor_;
-        std::size_t depth_;
+        std::vector<std::pair<Monitor *, std::size_t>> released_;
     };
 
 private:

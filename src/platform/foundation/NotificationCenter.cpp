@@ -51,26 +51,34 @@ void NotificationCenter::removeObserver(const void *observer)
 
 void NotificationCenter::post(const std::string &name, const UserInfo &userInfo)
 {
-    std::vector<Entry> due;
+    std::vector<const void *> due;
     {
         const std::lock_guard lock(mutex_);
         if (const auto found = observers_.find(name); found != observers_.end()) {
-            due = found->second;
+            for (const Entry &entry : found->second) {
+                due.push_back(entry.observer);
+            }
         }
     }
-    for (const Entry &entry : due) {
-        bool stands = false;
-        {
-            const std::lock_guard lock(mutex_);
-            const auto found = observers_.find(name);
-            stands = found != observers_.end() &&
-                     std::any_of(found->second.begin(), found->second.end(),
-                                 [&](const Entry &e) { return e.receiver == entry.receiver; });
-        }
-        if (stands) {
-            (*entry.receiver)(name, userInfo);
+    for (const void *observer : due) {
+        if (const auto receiver = receiverOf(observer, name)) {
+            (*receiver)(name, userInfo);
         }
     }
+}
+
+std::shared_ptr<NotificationCenter::Receiver>
+NotificationCenter::receiverOf(const void *observer, const std::string &name)
+{
+    const std::lock_guard lock(mutex_);
+    if (const auto found = observers_.find(name); found != observers_.end()) {
+        for (const Entry &entry : found->second) {
+            if (entry.observer == observer) {
+                return entry.receiver;
+            }
+        }
+    }
+    return nullptr;
 }
 
 } // namespace orv::platform

@@ -38,6 +38,10 @@ private:
         std::shared_ptr<Receiver> receiver;
     };
 
+    /// The one that stands for the pair now; null when there is none.
+    [[nodiscard]] std::shared_ptr<Receiver> receiverOf(const void *observer,
+                                                       const std::string &name);
+
     std::mutex mutex_;
     std::map<std::string, std::vector<Entry>, std::less<>> observers_;
 };

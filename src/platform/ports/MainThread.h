@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <string>
 #include <utility>
 
 namespace orv::platform {
@@ -46,8 +47,13 @@ private:
 /// logged there and goes no further.
 class MainThread {
 public:
+    using ErrorSink = std::function<void(const std::string &)>;
+
     virtual ~MainThread() = default;
 
+    /// Where exceptions that leave a task are told: the description of each, on the thread that ran
+    /// the task. Stands until the next one is set.
+    virtual void setErrorSink(ErrorSink sink) = 0;
     [[nodiscard]] virtual bool isCurrent() const = 0;
     /// From any thread. Tasks run in the order of their posts.
     virtual void post(Task task) = 0;

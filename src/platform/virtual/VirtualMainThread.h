@@ -18,8 +18,6 @@ namespace orv::platform {
 /// Fails    an exception that leaves a task goes to the error sink, and the loop goes on.
 class VirtualMainThread final : public MainThread {
 public:
-    using ErrorSink = std::function<void(const std::string &)>;
-
     /// `wallClock` is what the wall clock shows at 0 seconds.
     explicit VirtualMainThread(std::chrono::system_clock::time_point wallClock);
     /// Ends the loop as `shutdown` does.
@@ -55,7 +53,7 @@ public:
 
     /// Where exceptions that leave a task are reported, on the main thread; without one they are
     /// dropped. At first it is standard error.
-    void setErrorSink(ErrorSink sink);
+    void setErrorSink(ErrorSink sink) override;
 
 private:
     struct State;

@@ -75,12 +75,17 @@ std::vector<std::string> Replay::sent() const
     return records;
 }
 
-Json Replay::state() const
+const Json &Replay::state() const
 {
-    return all("state").back();
+    for (auto line = lines_.rbegin(); line != lines_.rend(); ++line) {
+        if (line->contains("state")) {
+            return line->at("state");
+        }
+    }
+    throw std::runtime_error("no state was printed: " + errors_);
 }
 
-Json annotationsOf(const Json &state)
+const Json &annotationsOf(const Json &state)
 {
     return state.at("canvases").at(0).at("annotations").at("AnnotationModeStandard");
 }

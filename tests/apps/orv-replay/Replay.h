@@ -24,8 +24,8 @@ public:
     /// "WPARAM LPARAM EXT" of each sent record, in hexadecimal digits as they stand in the record,
     /// the zeros at the end left out.
     [[nodiscard]] std::vector<std::string> sent() const;
-    /// The last "state".
-    [[nodiscard]] Json state() const;
+    /// The last "state"; throws when there is none.
+    [[nodiscard]] const Json &state() const;
     [[nodiscard]] std::string out(const std::string &file) const
     {
         return folder_ + "/out/" + file;
@@ -43,6 +43,6 @@ private:
 };
 
 /// The first canvas's annotations in standard mode.
-[[nodiscard]] Json annotationsOf(const Json &state);
+[[nodiscard]] const Json &annotationsOf(const Json &state);
 
 } // namespace orv::apps::test

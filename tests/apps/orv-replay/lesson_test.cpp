@@ -18,8 +18,8 @@ TEST(FirstLesson, endsWithOneTickOnAWipedBoard)
     const Replay replay(script.str());
 
     ASSERT_EQ(replay.status(), 0) << replay.errors();
-    const Json canvas = replay.state().at("canvases").at(0);
-    const Json annotations = annotationsOf(replay.state());
+    const Json &canvas = replay.state().at("canvases").at(0);
+    const Json &annotations = annotationsOf(replay.state());
     ASSERT_EQ(annotations.size(), 1U);
     EXPECT_EQ(annotations.at(0).at("class"), "PencilAnnotation");
     EXPECT_EQ(annotations.at(0).at("annotationSize"), 12.0);

@@ -1,5 +1,7 @@
 #include "HostDesk.h"
 
+#include "platform/foundation/Exception.h"
+
 #include <gmock/gmock.h>
 
 namespace orv::test {
@@ -277,6 +279,15 @@ TEST_F(HostDesk, LeftEmptyOperationsAndPacketsDoNothing)
     controller->DataClient2App({});
     drain();
     EXPECT_THAT(takeRecords(), IsEmpty());
+}
+
+TEST_F(HostDesk, AnExceptionThatLeavesATaskIsLoggedWithItsCallStack)
+{
+    useDebug();
+    desk.mainThread().post([] { throw platform::Exception("a task went wrong"); });
+    drain();
+    EXPECT_THAT(
+        log, ElementsAre(::testing::StartsWith("1 -[OrvAnnotation][DEBUG] a task went wrong\n")));
 }
 
 TEST_F(HostDesk, AMissingLayoutIsLoggedAndNothingEscapes)

@@ -313,8 +313,8 @@ TEST(KeyedArchiver, bytesAndValuesGrowWithTheNumberOfPointsAndNoFaster)
     const Data twice = samples::strokesArchive(400, 200);
     const Data thrice = samples::strokesArchive(600, 200);
 
-    const double firstStep = static_cast<double>(twice.size() - once.size());
-    const double secondStep = static_cast<double>(thrice.size() - twice.size());
+    const auto firstStep = static_cast<double>(twice.size() - once.size());
+    const auto secondStep = static_cast<double>(thrice.size() - twice.size());
     EXPECT_NEAR(secondStep / firstStep, 1.0, 0.05);
     EXPECT_LT(static_cast<double>(thrice.size()) / (600.0 * 200.0), 100.0) << "bytes a point";
     const auto values = [](const Data &bytes) { return BinaryPropertyList(bytes).size(); };

@@ -68,7 +68,7 @@ TEST(Monitor, aReleaseLetsAnotherThreadInWhateverTheDepthAndTakesItBack)
     int value = 1;
 
     {
-        const Monitor::Release release(monitor);
+        const Monitor::Release release;
         std::thread([&] {
             const Monitor::Hold hold(monitor);
             value = 2;
@@ -85,23 +85,43 @@ TEST(Monitor, aReleaseLetsAnotherThreadInWhateverTheDepthAndTakesItBack)
     isTrying.get_future().get();
     EXPECT_EQ(value, 2) << "both holds are ours again";
     {
-        const Monitor::Release release(monitor);
+        const Monitor::Release release;
         waiting.join();
     }
     EXPECT_EQ(value, 3);
+}
+
+TEST(Monitor, aReleaseLetsGoOfEveryMonitorOfItsThread)
+{
+    Monitor outer;
+    Monitor inner;
+    const Monitor::Hold outerHold(outer);
+    const Monitor::Hold innerHold(inner);
+    int value = 1;
+
+    {
+        const Monitor::Release release;
+        std::thread([&] {
+            const Monitor::Hold innerOnly(inner);
+            const Monitor::Hold outerToo(outer);
+            value = 2;
+        }).join();
+    }
+
+    EXPECT_EQ(value, 2);
 }
 
 TEST(Monitor, aReleaseWithoutAHoldIsHarmless)
 {
     Monitor monitor;
     {
-        const Monitor::Release release(monitor);
+        const Monitor::Release release;
     }
 
     const Monitor::Hold hold(monitor);
     bool isInside = false;
     std::thread other([&] {
-        const Monitor::Release ofAnother(monitor);
+        const Monitor::Release again;
         isInside = true;
     });
     other.join();

@@ -61,6 +61,18 @@ TEST_F(NotificationCenterTest, aPairThatIsAddedAgainTakesTheNewReceiverOnce)
     EXPECT_THAT(log_, ElementsAre("new:event", "second:event"));
 }
 
+TEST_F(NotificationCenterTest, aPairThatIsAddedAgainDuringADeliveryGetsItInItsNewReceiver)
+{
+    center_.addObserver(&first_, "event", [&](std::string_view, const UserInfo &) {
+        center_.addObserver(&second_, "event", noting("new"));
+    });
+    center_.addObserver(&second_, "event", noting("old"));
+
+    center_.post("event");
+
+    EXPECT_THAT(log_, ElementsAre("new:event"));
+}
+
 TEST_F(NotificationCenterTest, removingOneNameLeavesTheOthers)
 {
     center_.addObserver(&first_, "event", noting("first"));

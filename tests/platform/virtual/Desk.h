@@ -1,31 +1,15 @@
 #pragma once
 
 #include "platform/virtual/VirtualPlatform.h"
+#include "support/VirtualDesk.h"
 
-#include <cstdlib>
-#include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orv::platform {
 
-/// A folder that goes with the test.
-class TemporaryFolder {
-public:
-    TemporaryFolder()
-    {
-        std::string pattern = std::filesystem::temp_directory_path() / "orv-desk-XXXXXX";
-        path_ = ::mkdtemp(pattern.data());
-    }
-    ~TemporaryFolder() { std::filesystem::remove_all(path_); }
-    TemporaryFolder(const TemporaryFolder &) = delete;
-    TemporaryFolder &operator=(const TemporaryFolder &) = delete;
-
-    [[nodiscard]] const std::string &path() const { return path_; }
-
-private:
-    std::string path_;
-};
+using test::TemporaryFolder;
 
 /// A virtual platform with a home folder of its own.
 class Desk {

@@ -86,6 +86,11 @@ std::uint64_t InkWindow::pixelsSent() const
     return dynamic_cast<const DesktopWindowSurface &>(*surface_).pixelsSent();
 }
 
+xcb_window_t InkWindow::nativeWindow() const
+{
+    return dynamic_cast<const DesktopWindowSurface &>(*surface_).nativeWindow();
+}
+
 void InkWindow::sendEvent(const Event &event)
 {
     events.push_back(event);
@@ -113,12 +118,17 @@ void InkWindow::draw(GraphicsContext &context, const Rect &dirty)
     context.setStrokeColor(ink);
     context.setLineWidth(kLineWidth);
     context.strokePath(line_);
+    if (onDraw) {
+        onDraw(context);
+    }
 }
 
 void Desk::SetUp()
 {
     client.beforeInput = [] { static_cast<void>(ports().x().topLevels()); };
     client.movePointer(1900, 1000);
+    // A test that had more displays leaves their end to the loop.
+    ASSERT_TRUE(pumpUntil([] { return ports().displays().screens().size() == 1; }));
 }
 
 bool Desk::comesToShow(int x, int y, std::uint32_t color)

@@ -33,6 +33,7 @@ public:
 
     WindowSurface &surface() { return *surface_; }
     [[nodiscard]] std::uint64_t pixelsSent() const;
+    [[nodiscard]] xcb_window_t nativeWindow() const;
     void close() { surface_.reset(); }
 
     void sendEvent(const Event &event) override;
@@ -45,6 +46,8 @@ public:
     std::vector<Event> events;
     std::vector<Rect> drawn;
     std::function<void(const Event &)> onEvent;
+    /// Paints more, last.
+    std::function<void(GraphicsContext &)> onDraw;
 
 private:
     Path line_;

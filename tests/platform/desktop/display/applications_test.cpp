@@ -103,7 +103,8 @@ TEST_F(AnyDisplayApplications, namesProcessesByTheirProgramWhereNoDesktopEntryFi
     const IdleProgram program;
     const Applications &applications = ports().applications();
 
-    EXPECT_EQ(applications.bundleIdentifier(program.pid()), "cat");
+    // Its name is known a moment after it has started.
+    EXPECT_TRUE(pumpUntil([&] { return applications.bundleIdentifier(program.pid()) == "cat"; }));
     EXPECT_TRUE(applications.isRunning("cat"));
     EXPECT_FALSE(applications.isRunning("org.example.NotThere"));
     EXPECT_FALSE(applications.isRunning(""));

@@ -118,6 +118,29 @@ TEST_F(Bare, showsTranslucentInkInItsOwnColourAndNothingElse)
     EXPECT_THAT(desktop().describe(), testing::HasSubstr("shaped to their ink"));
 }
 
+TEST_F(Bare, losesNoInkWhereThereIsMoreThanAShapeCanHold)
+{
+    showGreenWindow();
+    InkWindow overlay(kWholeScreen);
+    // A quarter of a million runs: a line of two pixels every eight.
+    overlay.onDraw = [](GraphicsContext &context) {
+        context.setFillColor({1.0, 0.0, 0.0, 1.0});
+        for (int x = 0; x < 1920; x += 8) {
+            context.fillRect(Rect::make(x, 0, 2, kScreenHeight), CompositingOperation::copy);
+        }
+    };
+    overlay.surface().orderFront();
+
+    EXPECT_TRUE(comesToShow(400, 300, kRed));
+    EXPECT_TRUE(comesToShow(401, 555, kRed));
+    EXPECT_TRUE(comesToShow(404, 300, kGreen));
+
+    overlay.onDraw = nullptr;
+    overlay.surface().setNeedsDisplay(Rect::make(0, 0, 1920, kScreenHeight));
+
+    EXPECT_TRUE(comesToShow(400, 300, kGreen));
+}
+
 TEST_F(Bare, takesBackWhatIsErased)
 {
     showGreenWindow();

@@ -18,8 +18,9 @@ namespace orv {
 /// The GUI application and the ports on it, installed for the length of its life.
 class DesktopPlatform::Impl {
 public:
-    explicit Impl(const Options &options)
-        : gui_(options.bundleIdentifier), ports_(options.bundleIdentifier, options.resourceFolder)
+    explicit Impl(Options options)
+        : options_(std::move(options)), gui_(options_.bundleIdentifier),
+          ports_(options_.bundleIdentifier, options_.resourceFolder)
     {
         platform::Platform::install(&ports_);
     }
@@ -30,11 +31,15 @@ public:
     platform::DesktopPorts &ports() { return ports_; }
 
 private:
+    Options options_;
     platform::GuiProcess gui_;
     platform::DesktopPorts ports_;
 };
 
-DesktopPlatform::DesktopPlatform(Options options) : impl_(std::make_unique<Impl>(options)) {}
+DesktopPlatform::DesktopPlatform(Options options)
+    : impl_(std::make_unique<Impl>(std::move(options)))
+{
+}
 
 DesktopPlatform::~DesktopPlatform() = default;
 

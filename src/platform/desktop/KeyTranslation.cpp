@@ -138,7 +138,7 @@ std::uint16_t keyOfCharacter(std::uint32_t keysym)
 
 std::uint16_t virtualKey(std::uint32_t keysym, std::uint32_t keycode)
 {
-    const auto named =
+    const auto *const named =
         std::find_if(kNamedKeys.begin(), kNamedKeys.end(),
                      [keysym](const KeysymRow &row) { return row.keysym == keysym; });
     if (named != kNamedKeys.end()) {

@@ -64,7 +64,7 @@ void checkKeys(const Json &object, const std::string &name,
     }
     for (const auto &[key, value] : object.items()) {
         if (std::find(keys.begin(), keys.end(), key) == keys.end()) {
-            throw ScriptError(fmt::format("\"{}\" has the unknown key \"{}\"", name, key));
+            throw ScriptError(fmt::format(R"("{}" has the unknown key "{}")", name, key));
         }
     }
 }

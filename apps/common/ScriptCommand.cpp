@@ -57,7 +57,7 @@ std::string commandOf(const Json &line)
         const CommandSyntax *found = findCommand(key);
         if (found != nullptr && command != nullptr) {
             throw ScriptError(
-                fmt::format("two commands in one line: \"{}\" and \"{}\"", command->name, key));
+                fmt::format(R"(two commands in one line: "{}" and "{}")", command->name, key));
         }
         command = found != nullptr ? found : command;
     }
@@ -69,7 +69,7 @@ std::string commandOf(const Json &line)
         const auto &further = command->furtherKeys;
         if (key != command->name &&
             (key.empty() || std::find(further.begin(), further.end(), key) == further.end())) {
-            throw ScriptError(fmt::format("\"{}\" has the unknown key \"{}\"", command->name, key));
+            throw ScriptError(fmt::format(R"("{}" has the unknown key "{}")", command->name, key));
         }
     }
     return std::string(command->name);

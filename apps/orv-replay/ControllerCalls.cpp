@@ -157,7 +157,7 @@ void runCall(ReplaySession &session, const Json &line)
     const std::string operation = asText(line.at("call"), "call");
     const auto found = calls().find(operation);
     if (found == calls().end()) {
-        throw ScriptError(fmt::format("\"call\": unknown operation \"{}\"", operation));
+        throw ScriptError(fmt::format(R"("call": unknown operation "{}")", operation));
     }
     static const Json none = Json::array();
     const Json *list = member(line, "args");

@@ -24,7 +24,7 @@ EventType kindOf(const Json &value, const std::string &name, const Kinds &kinds)
     const std::string kind = asText(value, name);
     const auto found = kinds.find(kind);
     if (found == kinds.end()) {
-        throw ScriptError(fmt::format("\"{}\" has the unknown kind \"{}\"", name, kind));
+        throw ScriptError(fmt::format(R"("{}" has the unknown kind "{}")", name, kind));
     }
     return found->second;
 }

@@ -122,10 +122,10 @@ void runAge(ReplaySession &session, const Json &line)
     const double seconds = asNumber(required(argument, "seconds", "age.seconds"), "age.seconds");
     const std::string path = pathBelow(host.folders().home, file);
     if (path.empty()) {
-        throw ScriptError(fmt::format("\"age.file\" is not below the home folder: \"{}\"", file));
+        throw ScriptError(fmt::format(R"("age.file" is not below the home folder: "{}")", file));
     }
     if (!host.platform().files().setAge(path, seconds)) {
-        throw ScriptError(fmt::format("\"age.file\" cannot be given that age: \"{}\"", file));
+        throw ScriptError(fmt::format(R"("age.file" cannot be given that age: "{}")", file));
     }
 }
 
@@ -139,7 +139,7 @@ void runScreenshot(ReplaySession &session, const Json &line)
     const std::string path = pathBelow(host.folders().out, file);
     if (path.empty()) {
         throw ScriptError(
-            fmt::format("\"screenshot\" is not below the output folder: \"{}\"", file));
+            fmt::format(R"("screenshot" is not below the output folder: "{}")", file));
     }
     const platform::ImagePtr picture = host.platform().desktop().composePicture(id);
     if (!picture) {

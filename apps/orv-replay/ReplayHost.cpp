@@ -24,7 +24,7 @@ platform::VirtualSettings virtualSettings(const HostSettings &settings, const st
     const auto clock = platform::wallClockFromText(settings.clock);
     if (!clock) {
         throw ScriptError(fmt::format(
-            "\"host.clock\" is no moment such as \"2026-01-02 03:04:05\": \"{}\"", settings.clock));
+            R"("host.clock" is no moment such as "2026-01-02 03:04:05": "{}")", settings.clock));
     }
     desk.wallClock = *clock;
     desk.bundleIdentifier = settings.bundle;

@@ -80,7 +80,7 @@ platform::Point middleOfView(ReplayHost &host, const std::string &name)
 {
     const Wanted wanted = wantedView(name);
     if (wanted.outlet.empty()) {
-        throw ScriptError(fmt::format("\"click\" names no outlet: \"{}\"", name));
+        throw ScriptError(fmt::format(R"("click" names no outlet: "{}")", name));
     }
     std::vector<const View *> found;
     for (const auto *surface : host.platform().windowServer().surfaces()) {
@@ -90,11 +90,11 @@ platform::Point middleOfView(ReplayHost &host, const std::string &name)
         }
     }
     if (found.empty()) {
-        throw ScriptError(fmt::format("\"click\": no visible view is called \"{}\"", name));
+        throw ScriptError(fmt::format(R"("click": no visible view is called "{}")", name));
     }
     if (found.size() > 1) {
         throw ScriptError(fmt::format(
-            "\"click\": {} visible views are called \"{}\"; say NAME@CLASS", found.size(), name));
+            R"("click": {} visible views are called "{}"; say NAME@CLASS)", found.size(), name));
     }
     const View &view = *found.front();
     return view.window()->convertPointToScreen(view.frameInWindow().center());

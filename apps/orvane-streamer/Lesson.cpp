@@ -100,7 +100,7 @@ private:
         const std::string file = asText(line.at("screenshot"), "screenshot");
         if (pathBelow("/pictures", file).empty()) {
             throw ScriptError(
-                fmt::format("\"screenshot\" is not below the folder for pictures: \"{}\"", file));
+                fmt::format(R"("screenshot" is not below the folder for pictures: "{}")", file));
         }
         addStep(LessonScreenshot{file});
     }

@@ -103,7 +103,8 @@ function(orv_fuzz name)
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
     target_compile_definitions(${name} PRIVATE ORV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
     add_test(NAME ${name} COMMAND ${name} -max_total_time=${ORV_FUZZ_SECONDS} -timeout=10
-                                  -print_final_stats=1 -artifact_prefix=${found}/../ ${found} ${corpus})
+                                  -print_final_stats=1 -artifact_prefix=${CMAKE_CURRENT_BINARY_DIR}/${name}- ${found}
+                                  ${corpus})
     set_tests_properties(${name} PROPERTIES LABELS fuzz)
     add_dependencies(fuzz_targets ${name})
 endfunction()

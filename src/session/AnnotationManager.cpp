@@ -8,6 +8,7 @@
 #include "platform/ports/Files.h"
 #include "platform/ports/Platform.h"
 #include "session/DataFolders.h"
+#include "session/ToolSettings.h"
 
 #include <fmt/format.h>
 
@@ -126,6 +127,7 @@ void AnnotationManager::windowDidLoad()
                                            }
                                        },
                                        [canvas] { canvas->clearAnnotationsWithSqueegee(); }});
+    restoreToolSettings(tools_);
     canvasHandler_->loadDefaultAnnotationData();
 }
 

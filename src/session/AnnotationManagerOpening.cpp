@@ -5,6 +5,7 @@
 #include "channels/OrvFrameworkLogger.h"
 #include "platform/ports/Applications.h"
 #include "platform/ports/Platform.h"
+#include "session/ToolSettings.h"
 
 // The exact orders in which a session opens and closes: clients and hosts rely on them.
 
@@ -132,6 +133,10 @@ void AnnotationManager::exitAnnotationMode()
     canvasHandler_->hiddenCanvas();
     autosaveTimer_.reset();
     canvasHandler_->saveDefaultAnnotationData();
+    // A second-generation client sets its tools with every request; nothing is kept for it.
+    if (!isAnnotation2()) {
+        saveToolSettings(tools_);
+    }
 }
 
 void AnnotationManager::toggleAnnotationMode()

@@ -22,11 +22,15 @@ constexpr std::array kDrawingColors{fromBytes(0, 0, 0), fromBytes(255, 198, 0),
 constexpr std::array kHighlighterColors{fromBytes(248, 0, 251), fromBytes(246, 255, 0),
                                         fromBytes(0, 228, 255), fromBytes(92, 255, 35),
                                         fromBytes(255, 68, 68)};
-constexpr float kPenSize = 0.002F;
-constexpr float kHighlighterSize = 0.01F;
-constexpr float kEraserSize = 0.005F;
-constexpr float kTextSize = 0.025F;
-constexpr float kStampSize = 1.0F;
+// Fractions of the display's width; of a stamp, size codes.
+using Sizes = std::array<float, 4>;
+constexpr Sizes kPenSizes{0.002F, 0.005F, 0.01F, 0.02F};
+constexpr Sizes kHighlighterSizes{0.01F, 0.015F, 0.025F, 0.035F};
+constexpr Sizes kEraserSizes{0.005F, 0.05F, 0.075F, 0.1F};
+constexpr Sizes kTextSizes{0.025F, 0.05F, 0.075F, 0.1F};
+constexpr Sizes kStampSizes{1.0F, 2.0F, 3.0F, 4.0F};
+constexpr std::int32_t kStampKinds = 6;
+constexpr std::int32_t kLineStyles = 4;
 // A stamp's kind travels in the blue of its colour.
 constexpr int kStarStamp = 1;
 
@@ -34,41 +38,68 @@ struct ToolRow {
     const char *name;
     std::int32_t type;
     const char *button;
-    /// Index into the tool's colours; -1 for a tool without colours.
+    /// Index into the tool's colours at the start; 0 for a tool without colours.
     std::int32_t color;
-    float size;
 };
 
 constexpr std::array kRows{
-    ToolRow{"more", annotation_type::none, "moreButton", -1, 0.0F},
-    ToolRow{"savess", annotation_type::none, "saveSSButton", -1, 0.0F},
-    ToolRow{"snapshot", annotation_type::none, "snapshotButton", -1, 0.0F},
-    ToolRow{"gallery", annotation_type::none, "galleryButton", -1, 0.0F},
-    ToolRow{"pen", annotation_type::pen, "penButton", 4, kPenSize},
-    ToolRow{"highlighter", annotation_type::highlighter, "highlighterButton", 1, kHighlighterSize},
-    ToolRow{"eraser", annotation_type::eraser, "eraserButton", -1, kEraserSize},
-    ToolRow{"circle", annotation_type::ellipse, "circleButton", 2, kPenSize},
-    ToolRow{"rectangle", annotation_type::rectangle, "rectangleButton", 2, kPenSize},
-    ToolRow{"text", annotation_type::text, "textButton", 4, kTextSize},
-    ToolRow{"line", annotation_type::line, "lineButton", 2, kPenSize},
-    ToolRow{"stamp", annotation_type::stamp, "stampButton", kStarStamp, kStampSize},
-    ToolRow{"undo", annotation_type::none, "undoButton", -1, 0.0F},
-    ToolRow{"redo", annotation_type::none, "redoButton", -1, 0.0F},
-    ToolRow{"closess", annotation_type::none, "closeSSButton", -1, 0.0F},
-    ToolRow{"flipchart", annotation_type::none, "flipchartButton", -1, 0.0F},
-    ToolRow{"eraseall", annotation_type::none, "eraseallButton", -1, 0.0F},
+    ToolRow{"more", annotation_type::none, "moreButton", 0},
+    ToolRow{"savess", annotation_type::none, "saveSSButton", 0},
+    ToolRow{"snapshot", annotation_type::none, "snapshotButton", 0},
+    ToolRow{"gallery", annotation_type::none, "galleryButton", 0},
+    ToolRow{"pen", annotation_type::pen, "penButton", 4},
+    ToolRow{"highlighter", annotation_type::highlighter, "highlighterButton", 1},
+    ToolRow{"eraser", annotation_type::eraser, "eraserButton", 0},
+    ToolRow{"circle", annotation_type::ellipse, "circleButton", 2},
+    ToolRow{"rectangle", annotation_type::rectangle, "rectangleButton", 2},
+    ToolRow{"text", annotation_type::text, "textButton", 4},
+    ToolRow{"line", annotation_type::line, "lineButton", 2},
+    ToolRow{"stamp", annotation_type::stamp, "stampButton", kStarStamp},
+    ToolRow{"undo", annotation_type::none, "undoButton", 0},
+    ToolRow{"redo", annotation_type::none, "redoButton", 0},
+    ToolRow{"closess", annotation_type::none, "closeSSButton", 0},
+    ToolRow{"flipchart", annotation_type::none, "flipchartButton", 0},
+    ToolRow{"eraseall", annotation_type::none, "eraseallButton", 0},
 };
 
-Color colorOf(const ToolRow &row)
+template <class List>
+auto at(const List &list, std::int32_t index) -> std::optional<typename List::value_type>
 {
-    const auto index = static_cast<std::size_t>(row.color);
-    if (row.type == annotation_type::highlighter) {
-        return kHighlighterColors.at(index);
+    if (index < 0 || index >= std::ssize(list)) {
+        return std::nullopt;
     }
-    if (row.type == annotation_type::stamp) {
-        return fromBytes(0, 0, row.color);
+    return list[static_cast<std::size_t>(index)];
+}
+
+std::optional<Color> colorAt(std::int32_t type, std::int32_t index)
+{
+    switch (type) {
+    case annotation_type::highlighter:
+        return at(kHighlighterColors, index);
+    case annotation_type::stamp:
+        return index >= 0 && index < kStampKinds ? std::optional(fromBytes(0, 0, index))
+                                                 : std::nullopt;
+    case annotation_type::eraser:
+        return std::nullopt;
+    default:
+        return at(kDrawingColors, index);
     }
-    return kDrawingColors.at(index);
+}
+
+std::optional<float> sizeAt(std::int32_t type, std::int32_t index)
+{
+    switch (type) {
+    case annotation_type::highlighter:
+        return at(kHighlighterSizes, index);
+    case annotation_type::eraser:
+        return at(kEraserSizes, index);
+    case annotation_type::text:
+        return at(kTextSizes, index);
+    case annotation_type::stamp:
+        return at(kStampSizes, index);
+    default:
+        return at(kPenSizes, index);
+    }
 }
 
 std::function<void()> actionOf(const std::string &name, const TransientActions &actions)
@@ -125,15 +156,28 @@ ToolTable buildToolTable(const SessionOutlets &outlets, const TransientActions &
         if (row.type == annotation_type::none) {
             tool->enableTransientSelection(actionOf(row.name, actions));
         } else {
-            tool->setAnnotationSize(row.size);
-            if (row.color >= 0) {
-                tool->setAnnotationColor(colorOf(row));
-                tool->selectPrimaryTraitAtIndex(row.color);
-            }
+            applyTraits({row.color, 0, 0}, *tool);
         }
         tools[button ? button->title() : row.name] = tool;
     }
     return tools;
+}
+
+void applyTraits(const ToolTraits &traits, AnnotationTool &tool)
+{
+    const std::int32_t type = tool.annotationType();
+    if (const auto color = colorAt(type, traits.color)) {
+        tool.setAnnotationColor(*color);
+        tool.selectPrimaryTraitAtIndex(traits.color);
+    }
+    if (const auto size = sizeAt(type, traits.size)) {
+        tool.setAnnotationSize(*size);
+        tool.selectSecondaryTraitAtIndex(traits.size);
+    }
+    if (type == annotation_type::line && traits.style >= 0 && traits.style < kLineStyles) {
+        tool.setAnnotationStyle(traits.style);
+        tool.selectTertiaryTraitAtIndex(traits.style);
+    }
 }
 
 const char *buttonForDrawType(std::uint16_t type)

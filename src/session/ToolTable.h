@@ -3,6 +3,7 @@
 #include "session/AnnotationTool.h"
 #include "session/SessionOutlets.h"
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -23,6 +24,17 @@ struct TransientActions {
 /// Builds the tools in their order, each with the colour and size it starts with.
 [[nodiscard]] ToolTable buildToolTable(const SessionOutlets &outlets,
                                        const TransientActions &actions);
+
+/// The colour, size and style that were chosen for a tool, as indexes into its lists.
+struct ToolTraits {
+    std::int32_t color = 0;
+    std::int32_t size = 0;
+    std::int32_t style = 0;
+};
+
+/// Gives the tool what the indexes stand for. A tool without such a list, and an index outside it,
+/// leaves the value as it is.
+void applyTraits(const ToolTraits &traits, AnnotationTool &tool);
 
 /// A client's request for a tool, as a draw type record carries it.
 struct ToolRequest {

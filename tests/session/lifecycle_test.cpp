@@ -313,7 +313,8 @@ TEST_F(SessionDesk, AnUnwritableFolderIsLoggedAndLosesNothing)
     OrvFrameworkLogger::shared().setStandardOutput(true);
     OrvFrameworkLogger::shared().setLevel("OrvAnnotation", 4);
     manager->closeAnnotationToolbox();
-    EXPECT_THAT(systemLog, ElementsAre(HasSubstr("save.dat was not written")));
+    EXPECT_THAT(systemLog, ElementsAre(HasSubstr("save.dat was not written"),
+                                       HasSubstr("defaults.dat was not written")));
     EXPECT_EQ(annotationCount(), 1U);
 }
 

@@ -1,6 +1,7 @@
 #include "SessionDesk.h"
 
 #include "session/KeymapTable.h"
+#include "session/ToolSettings.h"
 
 #include <gmock/gmock.h>
 
@@ -42,6 +43,61 @@ TEST_F(SessionDesk, ThereAreSeventeenToolsWithTheirStartValues)
         EXPECT_TRUE(tools.at(name)->transient()) << name;
         EXPECT_FALSE(tools.at(name)->createsAnnotations()) << name;
     }
+}
+
+TEST_F(SessionDesk, ChosenTraitsSurviveARestartInTheFirstGeneration)
+{
+    open(12);
+    applyTraits({2, 3, 0}, *manager->tools().at("pen"));
+    applyTraits({1, 2, 3}, *manager->tools().at("line"));
+    applyTraits({5, 1, 0}, *manager->tools().at("stamp"));
+    manager->closeAnnotationToolbox();
+    manager->terminate();
+
+    open(12);
+
+    const ToolTable &tools = manager->tools();
+    EXPECT_EQ(tools.at("pen")->annotationColor(), bytes(0, 144, 255));
+    EXPECT_EQ(tools.at("pen")->annotationSize(), 0.02F);
+    EXPECT_EQ(tools.at("pen")->primaryTraitIndex(), 2);
+    EXPECT_EQ(tools.at("pen")->secondaryTraitIndex(), 3);
+    EXPECT_EQ(tools.at("line")->annotationStyle(), 3);
+    EXPECT_EQ(tools.at("line")->tertiaryTraitIndex(), 3);
+    EXPECT_EQ(tools.at("stamp")->annotationColor(), bytes(0, 0, 5));
+    EXPECT_EQ(tools.at("highlighter")->annotationColor(), bytes(246, 255, 0)) << "not touched";
+}
+
+TEST_F(SessionDesk, TheSecondGenerationLeavesTheToolSettingsAsTheyWere)
+{
+    open(17);
+    const std::string file = saveFile("defaults.dat");
+    applyTraits({2, 3, 0}, *manager->tools().at("pen"));
+    manager->closeAnnotationToolbox();
+    EXPECT_EQ(desk.files().read(file, 10000), std::nullopt);
+
+    const platform::Data bytes = encodeToolSettings(manager->tools());
+    ASSERT_TRUE(desk.files().writeAtomically(file, bytes));
+    manager->openAnnotationToolbox();
+    applyTraits({0, 0, 0}, *manager->tools().at("pen"));
+    manager->closeAnnotationToolbox();
+    EXPECT_EQ(desk.files().read(file, 10000), bytes);
+}
+
+TEST_F(SessionDesk, SettingsThatCannotBeReadOrLieOutsideTheListsLeaveTheDefaults)
+{
+    make(12);
+    const std::string file = saveFile("defaults.dat");
+    desk.files().createFolder(AppConstants::instance().DefaultAppDataPath);
+    ASSERT_TRUE(desk.files().writeAtomically(file, {1, 2, 3}));
+    OrvFrameworkLogger::shared().setStandardOutput(true);
+    OrvFrameworkLogger::shared().setLevel("OrvAnnotation", 4);
+    manager->showWindow();
+    EXPECT_THAT(systemLog, ElementsAre(::testing::HasSubstr("defaults.dat can't be read: ")));
+    AnnotationTool &pen = *manager->tools().at("pen");
+    applyTraits({5, 4, 0}, pen);
+    applyTraits({-1, -1, -1}, pen);
+    EXPECT_EQ(pen.annotationColor(), bytes(220, 0, 0));
+    EXPECT_EQ(pen.annotationSize(), 0.002F);
 }
 
 TEST_F(SessionDesk, APenThatFitsDrawsAFractionOfTheDisplaysWidth)

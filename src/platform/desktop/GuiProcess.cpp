@@ -27,7 +27,7 @@ GuiProcess::GuiProcess(const std::string &bundleIdentifier) : name_(bundleIdenti
     QGuiApplication::setDesktopFileName(QString::fromStdString(bundleIdentifier));
     QGuiApplication::setQuitOnLastWindowClosed(false);
     // The X11 plugin turns it on when the application is made.
-    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, true);
+    QCoreApplication::setAttribute(Qt::AA_CompressHighFrequencyEvents, false);
     QCoreApplication::setAttribute(Qt::AA_CompressTabletEvents, false);
 }
 

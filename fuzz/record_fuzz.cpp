@@ -122,6 +122,11 @@ void play(Steps steps)
             controller->CommandClient2App(open);
             break;
         }
+        case 7:
+            // Sizes of 0 leave divisions to floating point.
+            controller->setM_clientDimension({steps.byte() % 3 * 80.0, steps.byte() % 3 * 60.0});
+            controller->setM_dpID(steps.byte() % 4);
+            break;
         default:
             controller->CommandClient2App(recordFrom(steps, plugin));
             break;

@@ -36,7 +36,7 @@ public:
     [[nodiscard]] std::shared_ptr<Annotation>
     createAnnotationInView(const std::shared_ptr<platform::View> &view) const override
     {
-        const auto annotation = Annotation::annotationOfType(annotation_type::pen);
+        auto annotation = Annotation::annotationOfType(annotation_type::pen);
         annotation->setContainerView(view);
         annotation->setSize(4.0F);
         annotation->setColor(platform::Color(0.8, 0.1, 0.1));

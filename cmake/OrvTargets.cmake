@@ -32,15 +32,17 @@ endif()
 # Two precompiled headers, of the standard library for libraries and with the test library for
 # tests. A source includes what it uses all the same: clang-tidy reads it without them.
 if(ORV_PCH)
-    find_package(GTest REQUIRED)
     add_compile_options(-fpch-preprocess -fPIC)
     file(WRITE ${PROJECT_BINARY_DIR}/pch.cpp "")
     set(headers <algorithm> <functional> <map> <memory> <optional> <string> <variant> <vector>)
     add_library(orv_library_pch OBJECT ${PROJECT_BINARY_DIR}/pch.cpp)
     target_precompile_headers(orv_library_pch PRIVATE ${headers})
-    add_library(orv_test_pch OBJECT ${PROJECT_BINARY_DIR}/pch.cpp)
-    target_precompile_headers(orv_test_pch PRIVATE ${headers} <gmock/gmock.h> <gtest/gtest.h>)
-    target_link_libraries(orv_test_pch PRIVATE GTest::gmock)
+    if(ORV_BUILD_TESTS)
+        find_package(GTest REQUIRED)
+        add_library(orv_test_pch OBJECT ${PROJECT_BINARY_DIR}/pch.cpp)
+        target_precompile_headers(orv_test_pch PRIVATE ${headers} <gmock/gmock.h> <gtest/gtest.h>)
+        target_link_libraries(orv_test_pch PRIVATE GTest::gmock)
+    endif()
 endif()
 
 # orv_library(NAME [LIBRARIES ...]): the sources of the current folder, not of those below it.

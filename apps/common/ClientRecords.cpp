@@ -158,9 +158,9 @@ std::vector<TimedRecord> strokeRecords(const Json &argument, std::uint16_t plugi
         const double own = length(points[i - 1], points[i]);
         const double share =
             whole > 0.0 ? own / whole : 1.0 / static_cast<double>(points.size() - 1);
-        const double steps = std::max(1.0, std::round(share * seconds / kMoveSeconds));
-        for (double step = 1.0; step <= steps; ++step) {
-            const double part = step / steps;
+        const long steps = std::max(1L, std::lround(share * seconds / kMoveSeconds));
+        for (long step = 1; step <= steps; ++step) {
+            const double part = static_cast<double>(step) / static_cast<double>(steps);
             const ClientPoint at{std::lerp(points[i - 1].x, points[i].x, part),
                                  std::lerp(points[i - 1].y, points[i].y, part)};
             records.push_back(

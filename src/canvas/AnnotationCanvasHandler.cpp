@@ -86,7 +86,7 @@ AnnotationCanvasHandler::createNewCanvas(const platform::Screen &screen)
 {
     const auto view =
         std::make_shared<AnnotationsView>(platform::Rect{{0.0, 0.0}, screen.frame.size});
-    const auto window = std::make_shared<AnnotationOverlayWindow>(screen.displayID, view);
+    auto window = std::make_shared<AnnotationOverlayWindow>(screen.displayID, view);
     if (const AnnotationsView *main = mainView()) {
         view->setAutoresizingMask(main->autoresizingMask());
     }

@@ -22,7 +22,7 @@ float AnnotationTool::fitSizeWithScreenSize(float size, const platform::View *vi
 std::shared_ptr<Annotation>
 AnnotationTool::createAnnotationInView(const std::shared_ptr<platform::View> &view) const
 {
-    const auto annotation = Annotation::annotationOfType(annotationType_);
+    auto annotation = Annotation::annotationOfType(annotationType_);
     annotation->setContainerView(view);
     const bool fitted = fitMode_ && annotationType_ != annotation_type::stamp;
     annotation->setSize(fitted ? fitSizeWithScreenSize(annotationSize_, view.get())

@@ -140,9 +140,7 @@ void RemoteInput::handleControlMouseEvent(const ControlEvent &event, const Remot
         logLine(2, "skipped the mouse event");
         return;
     }
-    if (desk.toolbox != nullptr && desk.canvasHandler != nullptr) {
-        sendMouseEventtoWindow(*kind, location, desk);
-    }
+    sendMouseEventtoWindow(*kind, location, desk);
 }
 
 Event RemoteInput::createSendEvent(Kind kind, Point location, const RemoteInputDesk &desk) const
@@ -166,6 +164,9 @@ Event RemoteInput::createSendEvent(Kind kind, Point location, const RemoteInputD
 
 void RemoteInput::sendMouseEventtoWindow(Kind kind, Point location, const RemoteInputDesk &desk)
 {
+    if (desk.toolbox == nullptr || desk.canvasHandler == nullptr) {
+        return;
+    }
     AnnotationOverlayWindow *hit = desk.canvasHandler->testHitCanvas(location);
     m_nEventNumber_ = static_cast<std::int32_t>(static_cast<std::uint32_t>(m_nEventNumber_) + 1U);
     if (isPress(kind.type)) {

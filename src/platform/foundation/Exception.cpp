@@ -41,13 +41,22 @@ std::string Exception::description() const
 bool guarded(const std::function<void()> &body,
              const std::function<void(const std::string &)> &report) noexcept
 {
+    std::string description;
     try {
         body();
         return true;
     } catch (const Exception &exception) {
-        report(exception.description());
+        description = exception.description();
     } catch (const std::exception &exception) {
-        report(exception.what());
+        description = exception.what();
+    } catch (...) {
+        description = "an exception of an unknown type";
+    }
+    try {
+        report(description);
+    } catch (...) {
+        // Who takes reports may be the host's; there is nobody left to tell.
+        return false;
     }
     return false;
 }

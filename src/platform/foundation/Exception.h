@@ -26,8 +26,8 @@ private:
 };
 
 /// Runs `body` and answers true; on an exception calls `report` with its description (for a
-/// foreign exception: its message) and answers false. The one door wherever exceptions are caught
-/// and logged.
+/// foreign exception: its message) and answers false. What `report` throws is dropped. The one door
+/// wherever exceptions are caught and logged.
 bool guarded(const std::function<void()> &body,
              const std::function<void(const std::string &)> &report) noexcept;
 

@@ -111,7 +111,7 @@ private:
     {
         const auto className = member(description, "class", "a view").get<std::string>();
         const Rect frame = frameOf(description, className);
-        const auto view = makeView(className, frame);
+        auto view = makeView(className, frame);
         view->setHidden(value<bool>(description, "hidden", false));
         view->setAutoresizingMask(value<std::uint32_t>(description, "autoresizingMask", 0));
         if (auto *button = dynamic_cast<Button *>(view.get())) {

@@ -60,5 +60,24 @@ TEST(Guarded, reportsTheMessageOfAForeignException)
     EXPECT_THAT(reports, ElementsAre("far out"));
 }
 
+TEST(Guarded, reportsWhatIsNoException)
+{
+    std::vector<std::string> reports;
+
+    const bool isDone =
+        guarded([] { throw 7; }, [&](const std::string &text) { reports.push_back(text); });
+
+    EXPECT_FALSE(isDone);
+    EXPECT_THAT(reports, testing::ElementsAre("an exception of an unknown type"));
+}
+
+TEST(Guarded, dropsWhatItsReceiverThrows)
+{
+    const bool isDone = guarded([] { throw Exception("the reason"); },
+                                [](const std::string &) { throw Exception("of the receiver"); });
+
+    EXPECT_FALSE(isDone);
+}
+
 } // namespace
 } // namespace orv::platform

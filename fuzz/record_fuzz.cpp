@@ -2,6 +2,7 @@
 #include "platform/virtual/VirtualPlatform.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -59,19 +60,19 @@ private:
     std::size_t at_ = 0;
 };
 
-constexpr std::uint32_t kPlugins[] = {17, 12, 16, 18, 0, 7};
+constexpr std::array<std::uint32_t, 6> kPlugins{17, 12, 16, 18, 0, 7};
 
 stCommand_mgs recordFrom(Steps &steps, std::uint32_t plugin)
 {
     // Numbers that mean something come up often, and all others now and then.
-    constexpr std::uint32_t numbers[] = {0,  1,  2,      16,     17,     18,    19, 20,
-                                         21, 32, 33,     34,     82,     83,    84, 88,
-                                         89, 96, 0xEFFB, 0xEFFC, 0xEFFD, 0xEFFE};
+    constexpr std::array<std::uint32_t, 22> numbers{0,  1,  2,      16,     17,     18,    19, 20,
+                                                    21, 32, 33,     34,     82,     83,    84, 88,
+                                                    89, 96, 0xEFFB, 0xEFFC, 0xEFFD, 0xEFFE};
     stCommand_mgs record;
     record.pluginID = static_cast<std::uint16_t>(plugin);
     const std::uint8_t pick = steps.byte();
-    if (pick < std::size(numbers) * 10) {
-        record.wparam = numbers[pick % std::size(numbers)];
+    if (pick < numbers.size() * 10) {
+        record.wparam = numbers.at(pick % numbers.size());
         record.lparam = steps.byte() % 16;
     } else {
         steps.bytes(&record.wparam, sizeof record.wparam);
@@ -90,12 +91,12 @@ void play(Steps steps)
     controller->SetClientCommandCHSender(ignoreRecord);
     controller->setM_dpID(1);
     controller->setM_clientDimension({160.0, 120.0});
-    std::uint32_t plugin = kPlugins[steps.byte() % std::size(kPlugins)];
+    std::uint32_t plugin = kPlugins.at(steps.byte() % kPlugins.size());
     controller->SetActiveOpt(0, plugin);
     while (!steps.atEnd()) {
         switch (steps.byte() % 16) {
         case 0:
-            plugin = kPlugins[steps.byte() % std::size(kPlugins)];
+            plugin = kPlugins.at(steps.byte() % kPlugins.size());
             controller->SetActiveOpt(0, plugin);
             break;
         case 1:

@@ -1,5 +1,7 @@
 #include "channels/controller/CommandDispatcher.h"
 
+#include "channels/controller/RecordWords.h"
+
 #include <fmt/format.h>
 
 namespace orv {
@@ -39,27 +41,6 @@ constexpr std::uint32_t fileTransferStatus = 0xEFFC;
 constexpr std::uint32_t mouse = 0xEFFD;
 constexpr std::uint32_t keyboard = 0xEFFE;
 } // namespace second
-
-std::uint32_t bigEndian32(const stCommand_mgs &record, std::size_t offset)
-{
-    return (std::uint32_t{record.ext.at(offset)} << 24U) |
-           (std::uint32_t{record.ext.at(offset + 1)} << 16U) |
-           (std::uint32_t{record.ext.at(offset + 2)} << 8U) |
-           std::uint32_t{record.ext.at(offset + 3)};
-}
-
-std::uint16_t littleEndian16(const stCommand_mgs &record, std::size_t offset)
-{
-    return static_cast<std::uint16_t>(record.ext.at(offset) |
-                                      (std::uint32_t{record.ext.at(offset + 1)} << 8U));
-}
-
-// Not swapped, unlike the mouse words in the same place.
-std::int32_t pinchLength(const stCommand_mgs &record)
-{
-    return static_cast<std::int32_t>(littleEndian16(record, 0) |
-                                     (std::uint32_t{littleEndian16(record, 2)} << 16U));
-}
 
 ControlEvent controlEvent(const stCommand_mgs &record)
 {

@@ -1,8 +1,10 @@
 #include "HostDesk.h"
 
+#include "channels/controller/RecordWords.h"
+
 #include <gmock/gmock.h>
 
-#include <array>
+#include <chrono>
 
 namespace orv::test {
 namespace {
@@ -205,6 +207,38 @@ TEST_F(OpenSession, ToolbarRequestsWaitForNoSpecialModeAndPagesForNoDialog)
     EXPECT_FALSE(manager()->outlets().toolboxWindow->isIconized());
     wait(1.5);
     EXPECT_TRUE(manager()->outlets().toolboxWindow->isIconized());
+}
+
+TEST_F(OpenSession, PagesTurnInASpecialModeButNotDuringADialog)
+{
+    openWith(12);
+    const auto queuesSomething = [this](std::uint32_t number) {
+        stCommand_mgs record;
+        record.pluginID = 12;
+        record.wparam = number;
+        controller->CommandClient2App(record);
+        return desk.mainThread().waitAndDrain(std::chrono::milliseconds(0));
+    };
+    for (const std::uint32_t page : {32U, 33U}) {
+        manager()->setIsEnterSpecialMode(1);
+        EXPECT_TRUE(queuesSomething(page)) << page;
+        manager()->setIsEnterSpecialMode(2);
+        EXPECT_FALSE(queuesSomething(page)) << page;
+    }
+    EXPECT_FALSE(queuesSomething(34)) << "the toolbar waits for no special mode at all";
+    manager()->setIsEnterSpecialMode(0);
+    EXPECT_TRUE(queuesSomething(34));
+}
+
+TEST(RecordWords, MouseWordsAreSwappedAndAPinchInTheSamePlaceIsNot)
+{
+    stCommand_mgs record;
+    record.ext = {0xFF, 0xFF, 0xFF, 0xFE, 0x12, 0x34};
+    EXPECT_EQ(bigEndian32(record, 0), 0xFFFFFFFEU);
+    EXPECT_EQ(pinchLength(record), static_cast<std::int32_t>(0xFEFFFFFFU));
+    EXPECT_EQ(littleEndian16(record, 4), 0x3412U);
+    record.ext = {0xFE, 0xFF, 0xFF, 0xFF};
+    EXPECT_EQ(pinchLength(record), -2) << "a pinch that closes";
 }
 
 TEST_F(OpenSession, ADrawTypeIsLoggedAndSetsTheTool)

@@ -270,6 +270,24 @@ TEST_F(HostDesk, ListeningStaysOnTheNamesOfTheMomentItBegan)
     EXPECT_EQ(mailbox().records[0].pluginID, 16) << "the record carries the ID of the moment";
 }
 
+TEST_F(HostDesk, WhoListensIsNotRegisteredASecondTime)
+{
+    open(17);
+    open(16);
+    wait(3.0);
+    mailbox().records.clear();
+    ASSERT_EQ(manager()->appActUniqueID(), 16U);
+    sendNotifyMeesage("spotlightEvent", 1, 0);
+    EXPECT_THAT(takeRecords(), IsEmpty()) << "the observers still stand on the names of 17";
+
+    controller->RecoveryDesktop();
+    open(16);
+    wait(3.0);
+    takeRecords();
+    sendNotifyMeesage("spotlightEvent", 1, 0);
+    EXPECT_THAT(takeRecords(), ElementsAre("9 1 0 0 0 0"));
+}
+
 TEST_F(HostDesk, LeftEmptyOperationsAndPacketsDoNothing)
 {
     open(17);

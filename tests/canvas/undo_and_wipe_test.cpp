@@ -175,6 +175,19 @@ TEST_F(UndoAndWipe, TheSqueegeeButtonIsOffAfterAWipe)
     EXPECT_FALSE(toolbox.squeegee->isEnabled());
 }
 
+TEST_F(UndoAndWipe, TheSqueegeeButtonIsOffAfterAWipeEvenWhenAStepOfItTurnedItOn)
+{
+    const std::string name = eventName("undoreoEvent", 16);
+    platform::NotificationCenter::local().addObserver(
+        this, name,
+        [this](std::string_view, const EventDictionary &) { toolbox.squeegee->setEnabled(true); });
+
+    canvas->clearAnnotations(nullptr);
+
+    platform::NotificationCenter::local().removeObserver(this, name);
+    EXPECT_FALSE(toolbox.squeegee->isEnabled());
+}
+
 TEST_F(UndoAndWipe, ButtonsFollowTheLists)
 {
     EXPECT_TRUE(toolbox.eraser->isEnabled());

@@ -5,7 +5,7 @@
 #include "canvas/CanvasTool.h"
 #include "canvas/CanvasToolbox.h"
 #include "platform/ports/MainThread.h"
-#include "platform/values/Cursor.h"
+#include "platform/views/Cursor.h"
 #include "platform/views/View.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "canvas/Annotation.h"
-#include "platform/values/Cursor.h"
+#include "platform/views/Cursor.h"
 
 #include <cstdint>
 #include <memory>

@@ -108,7 +108,8 @@ public:
     [[nodiscard]] bool transient() const override { return transient_; }
     [[nodiscard]] std::optional<platform::Cursor> cursor() const override
     {
-        return platform::Cursor{"cursor_hidden", {1.0, 1.0}};
+        return platform::Cursor{std::make_shared<platform::PictureResource>("cursor_hidden"),
+                                {1.0, 1.0}};
     }
     [[nodiscard]] std::shared_ptr<Annotation>
     createAnnotationInView(const std::shared_ptr<platform::View> &view) const override

@@ -201,7 +201,7 @@ TEST_F(CanvasDesk, TheCursorOfADrawingToolCoversTheWholeCanvas)
     canvas->refreshCursor();
     ASSERT_EQ(canvas->cursorRects().size(), 1U);
     EXPECT_EQ(canvas->cursorRects()[0].first, canvas->bounds());
-    EXPECT_EQ(canvas->cursorRects()[0].second.imageName, "cursor_hidden");
+    EXPECT_EQ(canvas->cursorRects()[0].second.picture->name(), "cursor_hidden");
 
     canvas->setCurrentCursor(std::nullopt);
     EXPECT_THAT(canvas->cursorRects(), IsEmpty());

@@ -60,11 +60,19 @@ public:
     {
         add("text \"{}\" in {} font {} {} alignment {}", platform::utf8FromUtf16(words), text(rect),
             font.family, font.size, static_cast<int>(alignment));
+        textPosition_ = {rect.origin.x + measureText(words, font).width, rect.origin.y};
     }
     platform::Size measureText(std::u16string_view words, const platform::Font &font) override
     {
         return {static_cast<double>(words.size()) * font.size / 2.0, font.size};
     }
+    /// Transforms are not applied to it.
+    void setTextPosition(platform::Point position) override
+    {
+        add("text position {} {}", position.x, position.y);
+        textPosition_ = position;
+    }
+    platform::Point textPosition() const override { return textPosition_; }
     void beginLayer(double alpha) override { add("layer {}", alpha); }
     void endLayer() override { lines.emplace_back("end layer"); }
 
@@ -93,6 +101,8 @@ private:
     {
         lines.push_back(fmt::format(fmt::runtime(format), values...));
     }
+
+    platform::Point textPosition_;
 };
 
 } // namespace orv::test

@@ -17,6 +17,7 @@ public:
 
     [[nodiscard]] std::string userFolder(UserFolder folder) const override;
     [[nodiscard]] std::string resourceFolder() const override { return resourceFolder_; }
+    bool setFolderIcon(const std::string &folder, const ImagePtr &icon) override;
     [[nodiscard]] std::optional<double> age(const std::string &path) const override;
 
 private:

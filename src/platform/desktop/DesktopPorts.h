@@ -10,6 +10,7 @@
 #include "platform/desktop/XConnection.h"
 #include "platform/ports/Platform.h"
 #include "platform/posix/PosixProcesses.h"
+#include "platform/raster/PictureFiles.h"
 
 #include <string>
 
@@ -27,6 +28,7 @@ public:
     DesktopWindowServer &windowServer() override { return windowServer_; }
     DesktopApplications &applications() override { return applications_; }
     DesktopFiles &files() override { return files_; }
+    PictureFiles &pictures() override { return pictures_; }
     PosixProcesses &processes() override { return processes_; }
     DesktopSystemLog &systemLog() override { return systemLog_; }
 
@@ -35,6 +37,7 @@ public:
 private:
     DesktopSystemLog systemLog_;
     DesktopFiles files_;
+    PictureFiles pictures_;
     PosixProcesses processes_;
     XConnection x_;
     DesktopMainThread mainThread_;

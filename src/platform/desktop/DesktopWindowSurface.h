@@ -40,6 +40,7 @@ public:
     void setHasShadow(bool) override {}
     void setAlpha(double alpha) override;
     void setIgnoresMouseEvents(bool ignores) override;
+    void setCursorRects(const std::vector<CursorRect> &rects) override;
     void orderFront() override;
     void orderOut() override;
     void makeKey() override;

@@ -99,11 +99,16 @@ public:
                            double fraction) = 0;
 
     /// Lines top down from the upper edge of `rect`, wrapped at its width, clipped to it, in the
-    /// fill colour.
+    /// fill colour. The text position is then where the baseline of the last line ends.
     virtual void drawText(std::u16string_view text, const Rect &rect, const Font &font,
                           TextAlignment alignment) = 0;
     /// Width and height of the text without wrapping.
     [[nodiscard]] virtual Size measureText(std::u16string_view text, const Font &font) = 0;
+
+    /// Where text goes on, in present coordinates. It belongs to no state: what is restored leaves
+    /// it at the same place of the surface.
+    virtual void setTextPosition(Point position) = 0;
+    [[nodiscard]] virtual Point textPosition() const = 0;
 
     /// Until `endLayer`, painting goes to a transparent layer of its own, which then comes down as
     /// one picture with this alpha. Layers nest; each is ended in the state it was begun in.

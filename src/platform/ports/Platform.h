@@ -6,6 +6,7 @@ class Applications;
 class Displays;
 class Files;
 class MainThread;
+class Pictures;
 class Processes;
 class SystemLog;
 class WindowServer;
@@ -29,6 +30,7 @@ public:
     virtual WindowServer &windowServer() = 0;
     virtual Applications &applications() = 0;
     virtual Files &files() = 0;
+    virtual Pictures &pictures() = 0;
     virtual Processes &processes() = 0;
     virtual SystemLog &systemLog() = 0;
 };

@@ -32,6 +32,15 @@ namespace style {
 constexpr std::uint32_t nonactivatingPanel = 128;
 } // namespace style
 
+/// The pointer's look over a part of a window, in window coordinates.
+struct CursorRect {
+    Rect rect;
+    /// Null for the desktop's arrow.
+    ImagePtr image;
+    /// The point of the picture that points, from its top left corner.
+    Point hotSpot;
+};
+
 /// What a window looks like to the window system: one frameless translucent area of the screen.
 ///
 /// Units    frames in global points, origin bottom left of the main display, y up.
@@ -53,6 +62,9 @@ public:
     virtual void setAlpha(double alpha) = 0;
     /// True: input goes to what lies below, of whatever application.
     virtual void setIgnoresMouseEvents(bool ignores) = 0;
+
+    /// Replaces all of them; where several overlap, the last one holds. Elsewhere it is the arrow.
+    virtual void setCursorRects(const std::vector<CursorRect> &rects) = 0;
 
     /// Shows it, as the frontmost of its level.
     virtual void orderFront() = 0;

@@ -61,6 +61,24 @@ bool PosixFiles::move(const std::string &from, const std::string &to)
     return ::renameat2(AT_FDCWD, from.c_str(), AT_FDCWD, to.c_str(), RENAME_NOREPLACE) == 0;
 }
 
+bool PosixFiles::copy(const std::string &from, const std::string &to)
+{
+    namespace fs = std::filesystem;
+    std::error_code error;
+    if (hasNullByte(from) || hasNullByte(to) || fs::exists(fs::symlink_status(to, error)) ||
+        !exists(from)) {
+        return false;
+    }
+    fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
+    return !error;
+}
+
+bool PosixFiles::createLink(const std::string &path, const std::string &target)
+{
+    return !hasNullByte(path) && !hasNullByte(target) &&
+           ::symlink(target.c_str(), path.c_str()) == 0;
+}
+
 std::optional<double> PosixFiles::changeTime(const std::string &path)
 {
     struct stat status {};

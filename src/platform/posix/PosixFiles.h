@@ -21,6 +21,8 @@ public:
                                            std::uint64_t limit) const override;
     bool writeAtomically(const std::string &path, const Data &bytes) override;
     bool move(const std::string &from, const std::string &to) override;
+    bool copy(const std::string &from, const std::string &to) override;
+    bool createLink(const std::string &path, const std::string &target) override;
 
 protected:
     /// Seconds since 1970 at which the file was last changed; nothing for a missing file.

@@ -187,12 +187,23 @@ void RasterContext::drawText(std::u16string_view text, const Rect &rect, const F
     QPainter &painter = canvas_->painter(painterMode(state.blendMode), topDown);
     painter.setPen(painterColor(state.fillColor));
     layout.paint(painter);
+    textPosition_ = topDown.apply(layout.end());
     canvas_->restore();
 }
 
 Size RasterContext::measureText(std::u16string_view text, const Font &font)
 {
     return TextLayout(text, font).size();
+}
+
+void RasterContext::setTextPosition(Point position)
+{
+    textPosition_ = canvas_->state().transform.apply(position);
+}
+
+Point RasterContext::textPosition() const
+{
+    return canvas_->state().transform.inverted().apply(textPosition_);
 }
 
 void RasterContext::beginLayer(double alpha)

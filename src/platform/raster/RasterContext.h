@@ -67,12 +67,16 @@ public:
     void drawText(std::u16string_view text, const Rect &rect, const Font &font,
                   TextAlignment alignment) override;
     [[nodiscard]] Size measureText(std::u16string_view text, const Font &font) override;
+    void setTextPosition(Point position) override;
+    [[nodiscard]] Point textPosition() const override;
     /// A layer begins with blend mode normal; it comes down over what is there.
     void beginLayer(double alpha) override;
     void endLayer() override;
 
 private:
     std::unique_ptr<RasterCanvas> canvas_;
+    /// In device pixels.
+    Point textPosition_;
 };
 
 } // namespace orv::platform

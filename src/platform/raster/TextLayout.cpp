@@ -92,7 +92,9 @@ void TextLayout::breakLines(QTextLayout &layout, double width)
         line.setLineWidth(available);
         const double baseline = lineCount_ * lineHeight + kAscent * font_.size / unit_;
         line.setPosition({0.0, baseline - line.ascent()});
+        const QRectF inked = line.naturalTextRect();
         size_.width = std::max(size_.width, line.naturalTextWidth() * unit_);
+        end_ = {inked.right() * unit_, baseline * unit_};
         ++lineCount_;
     }
     layout.endLayout();

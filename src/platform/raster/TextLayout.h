@@ -30,6 +30,8 @@ public:
 
     /// Width of the widest line and height of all of them.
     [[nodiscard]] Size size() const { return size_; }
+    /// Where the baseline of the last line ends.
+    [[nodiscard]] Point end() const { return end_; }
     /// With the painter's pen, transform and clip.
     void paint(QPainter &painter) const;
 
@@ -42,6 +44,7 @@ private:
     std::vector<std::unique_ptr<QTextLayout>> paragraphs_;
     int lineCount_ = 0;
     Size size_;
+    Point end_;
 };
 
 } // namespace orv::platform

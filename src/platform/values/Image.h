@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace orv::platform {
@@ -30,19 +31,29 @@ public:
     {
         return pixels_.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(width_);
     }
+    /// The same picture at twice the resolution; null when there is none. The size in points of
+    /// both is that of this one.
+    [[nodiscard]] const std::shared_ptr<const Image> &finer() const { return finer_; }
+    void setFiner(std::shared_ptr<const Image> finer) { finer_ = std::move(finer); }
     /// x from the left, y from the top; the caller keeps both inside.
     [[nodiscard]] std::uint32_t pixel(int x, int y) const { return row(y)[x]; }
+    /// In points, one for each pixel.
     [[nodiscard]] Size size() const
     {
         return {static_cast<double>(width_), static_cast<double>(height_)};
     }
 
-    friend bool operator==(const Image &, const Image &) = default;
+    /// By the pixels of this resolution.
+    friend bool operator==(const Image &a, const Image &b)
+    {
+        return a.width_ == b.width_ && a.height_ == b.height_ && a.pixels_ == b.pixels_;
+    }
 
 private:
     int width_;
     int height_;
     std::vector<std::uint32_t> pixels_;
+    std::shared_ptr<const Image> finer_;
 };
 
 using ImagePtr = std::shared_ptr<const Image>;

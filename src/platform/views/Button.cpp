@@ -26,13 +26,13 @@ void Button::setEnabled(bool enabled)
     }
 }
 
-void Button::setImage(ImagePtr image)
+void Button::setImage(PictureResourcePtr image)
 {
     image_ = std::move(image);
     setNeedsDisplay(true);
 }
 
-void Button::setAlternateImage(ImagePtr image)
+void Button::setAlternateImage(PictureResourcePtr image)
 {
     alternateImage_ = std::move(image);
     setNeedsDisplay(true);
@@ -48,9 +48,9 @@ void Button::performClick()
 
 void Button::drawRect(GraphicsContext &context, const Rect & /*dirty*/)
 {
-    const ImagePtr &picture =
+    const PictureResourcePtr &shown =
         isEnabled_ && isPressed_ && alternateImage_ ? alternateImage_ : image_;
-    if (picture) {
+    if (const ImagePtr picture = shown ? shown->image() : nullptr) {
         context.drawImage(picture, bounds(), CompositingOperation::sourceOver,
                           isEnabled_ ? 1.0 : kDisabledFraction);
     } else {

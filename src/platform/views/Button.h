@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/values/Image.h"
+#include "platform/views/PictureResource.h"
 #include "platform/views/View.h"
 
 #include <functional>
@@ -24,8 +24,10 @@ public:
     [[nodiscard]] bool isEnabled() const { return isEnabled_; }
     void setEnabled(bool enabled);
     /// The picture and the one that is shown while it is pressed; null shows the title.
-    void setImage(ImagePtr image);
-    void setAlternateImage(ImagePtr image);
+    void setImage(PictureResourcePtr image);
+    void setAlternateImage(PictureResourcePtr image);
+    [[nodiscard]] const PictureResourcePtr &image() const { return image_; }
+    [[nodiscard]] const PictureResourcePtr &alternateImage() const { return alternateImage_; }
 
     /// Called by a click and by `performClick` while it is enabled.
     void setAction(Action action) { action_ = std::move(action); }
@@ -44,8 +46,8 @@ private:
     int tag_ = 0;
     bool isEnabled_ = true;
     bool isPressed_ = false;
-    ImagePtr image_;
-    ImagePtr alternateImage_;
+    PictureResourcePtr image_;
+    PictureResourcePtr alternateImage_;
     Action action_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "platform/foundation/Exception.h"
 #include "platform/views/Button.h"
+#include "platform/views/ImageView.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>
@@ -116,6 +117,8 @@ private:
         view->setAutoresizingMask(value<std::uint32_t>(description, "autoresizingMask", 0));
         if (auto *button = dynamic_cast<Button *>(view.get())) {
             setUpButton(description, *button);
+        } else if (auto *imageView = dynamic_cast<ImageView *>(view.get())) {
+            imageView->setImage(pictureOf(description, "picture"));
         }
         bind(description, view, bindings_.viewOutlets);
         loadViews(description, *view);
@@ -134,12 +137,23 @@ private:
         if (className == "Button") {
             return std::make_shared<Button>(frame);
         }
+        if (className == "ImageView") {
+            return std::make_shared<ImageView>(frame);
+        }
         fail(fmt::format("unknown view class \"{}\"", className));
+    }
+
+    PictureResourcePtr pictureOf(const Json &description, const char *key) const
+    {
+        const auto name = value<std::string>(description, key, "");
+        return name.empty() ? nullptr : std::make_shared<PictureResource>(name);
     }
 
     void setUpButton(const Json &description, Button &button) const
     {
         button.setTitle(value<std::string>(description, "title", ""));
+        button.setImage(pictureOf(description, "picture"));
+        button.setAlternateImage(pictureOf(description, "pressedPicture"));
         button.setTag(value<int>(description, "tag", 0));
         const auto name = value<std::string>(description, "action", "");
         if (name.empty()) {

@@ -15,7 +15,8 @@ namespace orv::platform {
 ///
 /// A description is an object with a list "windows". A window has "class", "outlet", "title",
 /// "frame" and "styleMask"; a view has "class", "outlet", "frame", "hidden", "autoresizingMask",
-/// and for buttons "title", "tag" and "action". Both have a list "views" of what lies in them,
+/// for buttons "title", "tag", "action", "picture" and "pressedPicture", for image views "picture".
+/// Both windows and views have a list "views" of what lies in them,
 /// from the rearmost to the frontmost. A frame is [x, y, width, height] in the parent's points.
 struct LayoutBindings {
     using WindowMaker =
@@ -23,7 +24,7 @@ struct LayoutBindings {
     using ViewMaker = std::function<std::shared_ptr<View>(const Rect &frame)>;
 
     std::map<std::string, WindowMaker> windowClasses;
-    /// "View" and "Button" are known without being listed.
+    /// "View", "Button" and "ImageView" are known without being listed.
     std::map<std::string, ViewMaker> viewClasses;
     std::map<std::string, std::function<void(const std::shared_ptr<Window> &)>> windowOutlets;
     std::map<std::string, std::function<void(const std::shared_ptr<View> &)>> viewOutlets;

@@ -281,6 +281,9 @@ void View::invalidateCursorRects()
 {
     cursorRects_.clear();
     resetCursorRects();
+    if (window_ != nullptr) {
+        window_->updateCursorRects();
+    }
 }
 
 } // namespace orv::platform

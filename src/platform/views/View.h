@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/ports/GraphicsContext.h"
-#include "platform/values/Cursor.h"
 #include "platform/values/Event.h"
 #include "platform/values/Geometry.h"
+#include "platform/views/Cursor.h"
 
 #include <memory>
 #include <string>

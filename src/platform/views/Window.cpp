@@ -3,7 +3,9 @@
 #include "platform/ports/MainThread.h"
 #include "platform/ports/Platform.h"
 
+#include <algorithm>
 #include <cmath>
+#include <vector>
 
 namespace orv::platform {
 
@@ -32,6 +34,25 @@ double between(double from, double to, double part)
 double easeInOut(double part)
 {
     return part * part * (3.0 - 2.0 * part);
+}
+
+Rect rectInWindow(const View &view, const Rect &rect)
+{
+    const Point a = view.convertToWindow(rect.origin);
+    const Point b = view.convertToWindow({rect.maxX(), rect.maxY()});
+    return Rect::make(std::min(a.x, b.x), std::min(a.y, b.y), std::abs(b.x - a.x),
+                      std::abs(b.y - a.y));
+}
+
+void collectCursorRects(const View &view, std::vector<CursorRect> &rects)
+{
+    for (const auto &[rect, cursor] : view.cursorRects()) {
+        rects.push_back({rectInWindow(view, rect),
+                         cursor.picture ? cursor.picture->image() : nullptr, cursor.hotSpot});
+    }
+    for (const auto &subview : view.subviews()) {
+        collectCursorRects(*subview, rects);
+    }
 }
 
 } // namespace
@@ -202,6 +223,13 @@ void Window::setNeedsDisplayInRect(const Rect &rect)
     if (isVisible_) {
         onMain([&] { surface_->setNeedsDisplay(rect); });
     }
+}
+
+void Window::updateCursorRects()
+{
+    std::vector<CursorRect> rects;
+    collectCursorRects(*contentView_, rects);
+    onMain([&] { surface_->setCursorRects(rects); });
 }
 
 void Window::sendEvent(const Event &event)

@@ -78,6 +78,8 @@ public:
     [[nodiscard]] Point convertPointToScreen(Point p) const { return p + frame_.origin; }
     [[nodiscard]] Point convertPointFromScreen(Point p) const { return p - frame_.origin; }
 
+    /// Tells the surface what its views registered; they call it when that changes.
+    void updateCursorRects();
     /// Hands the event to the view it belongs to. A mouse event that carries another window's
     /// number is not this window's and does nothing. A press is held: drags and the release go to
     /// the view that took it, wherever the pointer is.

@@ -58,6 +58,15 @@ bool VirtualFiles::writeAtomically(const std::string &path, const Data &bytes)
     return PosixFiles::writeAtomically(path, bytes) && setAge(path, 0.0);
 }
 
+bool VirtualFiles::setFolderIcon(const std::string &folder, const ImagePtr &icon)
+{
+    if (!icon || !exists(folder)) {
+        return false;
+    }
+    folderIcons_[folder] = icon;
+    return true;
+}
+
 std::optional<double> VirtualFiles::age(const std::string &path) const
 {
     const std::optional<double> changed = changeTime(path);

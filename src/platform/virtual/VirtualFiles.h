@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cstdint>
+#include <map>
 #include <string>
 
 namespace orv::platform {
@@ -24,8 +25,15 @@ public:
     [[nodiscard]] std::string resourceFolder() const override { return resources_; }
     /// The file is stamped with the virtual time.
     bool writeAtomically(const std::string &path, const Data &bytes) override;
+    /// Keeps the icon in memory; false for a missing folder and for no icon.
+    bool setFolderIcon(const std::string &folder, const ImagePtr &icon) override;
     [[nodiscard]] std::optional<double> age(const std::string &path) const override;
 
+    /// By folder, as they were set.
+    [[nodiscard]] const std::map<std::string, ImagePtr> &folderIcons() const
+    {
+        return folderIcons_;
+    }
     [[nodiscard]] const std::string &home() const { return home_; }
     /// Makes the last change of a file `seconds` old; false when that cannot be done.
     bool setAge(const std::string &path, double seconds);
@@ -37,6 +45,7 @@ private:
     std::string home_;
     std::string resources_;
     std::atomic<std::uint64_t> freeBytes_;
+    std::map<std::string, ImagePtr> folderIcons_;
 };
 
 } // namespace orv::platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/Platform.h"
+#include "platform/raster/PictureFiles.h"
 #include "platform/virtual/VirtualApplications.h"
 #include "platform/virtual/VirtualDesktop.h"
 #include "platform/virtual/VirtualDisplays.h"
@@ -33,6 +34,7 @@ public:
     VirtualWindowServer &windowServer() override { return windowServer_; }
     VirtualApplications &applications() override { return applications_; }
     VirtualFiles &files() override { return files_; }
+    PictureFiles &pictures() override { return pictures_; }
     VirtualProcesses &processes() override { return processes_; }
     VirtualSystemLog &systemLog() override { return systemLog_; }
 
@@ -49,6 +51,7 @@ private:
     VirtualWindowServer windowServer_;
     VirtualApplications applications_;
     VirtualFiles files_;
+    PictureFiles pictures_;
     VirtualProcesses processes_;
     VirtualInput input_;
     VirtualDesktop desktop_;

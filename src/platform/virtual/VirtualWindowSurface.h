@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace orv::platform {
 
@@ -31,6 +32,7 @@ public:
     void setHasShadow(bool hasShadow) override;
     void setAlpha(double alpha) override;
     void setIgnoresMouseEvents(bool ignores) override;
+    void setCursorRects(const std::vector<CursorRect> &rects) override { cursorRects_ = rects; }
     void orderFront() override;
     void orderOut() override;
     void makeKey() override;
@@ -46,6 +48,7 @@ public:
     [[nodiscard]] bool hasShadow() const { return hasShadow_; }
     [[nodiscard]] double alpha() const { return alpha_; }
     [[nodiscard]] bool ignoresMouseEvents() const { return ignoresMouseEvents_; }
+    [[nodiscard]] const std::vector<CursorRect> &cursorRects() const { return cursorRects_; }
     [[nodiscard]] bool isVisible() const { return visible_; }
     /// What was drawn last, at the scale of the window's display; null before the first draw.
     [[nodiscard]] ImagePtr contents() const { return contents_; }
@@ -65,6 +68,7 @@ private:
     bool hasShadow_ = true;
     double alpha_ = 1.0;
     bool ignoresMouseEvents_ = false;
+    std::vector<CursorRect> cursorRects_;
     bool visible_ = false;
     bool drawScheduled_ = false;
     Rect dirty_;

@@ -14,6 +14,7 @@ class SomeFiles : public PosixFiles {
 public:
     [[nodiscard]] std::string userFolder(UserFolder) const override { return {}; }
     [[nodiscard]] std::string resourceFolder() const override { return {}; }
+    bool setFolderIcon(const std::string &, const ImagePtr &) override { return false; }
     [[nodiscard]] std::optional<double> age(const std::string &) const override { return {}; }
 
     using PosixFiles::changeTime;

@@ -224,7 +224,7 @@ TEST_F(ViewTree, AButtonShowsItsPictureOrItsTitle)
     EXPECT_THAT(context.lines, Contains(::testing::StartsWith("text \"pen\"")));
 
     const auto picture = std::make_shared<platform::Image>(4, 4);
-    button.setImage(picture);
+    button.setImage(std::make_shared<platform::PictureResource>("square", picture));
     button.setEnabled(false);
     context.lines.clear();
     button.drawRect(context, button.bounds());

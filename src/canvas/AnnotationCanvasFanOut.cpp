@@ -6,6 +6,24 @@
 
 namespace orv {
 
+namespace {
+
+using Lock = platform::Monitor::Hold;
+
+// What an empty canvas would answer stands in for a main canvas that is not there.
+template <class Answer>
+auto answerOf(const AnnotationsView *view, Answer answer) -> decltype(answer(*view))
+{
+    return view == nullptr ? decltype(answer(*view)){} : answer(*view);
+}
+
+} // namespace
+
+void AnnotationCanvasHandler::setIsHidden(bool hidden)
+{
+    forEachCanvas([hidden](AnnotationsView &view) { view.setIsHidden(hidden); });
+}
+
 void AnnotationCanvasHandler::setIsChange(bool isChange)
 {
     forEachCanvas([isChange](AnnotationsView &view) { view.setIsChange(isChange); });
@@ -16,6 +34,53 @@ void AnnotationCanvasHandler::setIsEditMode(bool isEditMode)
     forEachCanvas([isEditMode](AnnotationsView &view) { view.setIsEditMode(isEditMode); });
 }
 
+void AnnotationCanvasHandler::setIsEditModePendingSet(bool pending)
+{
+    forEachCanvas([pending](AnnotationsView &view) { view.setIsEditModePendingSet(pending); });
+}
+
+void AnnotationCanvasHandler::setAnnotationModeKey(const std::string &key)
+{
+    forEachCanvas([&key](AnnotationsView &view) { view.setAnnotationModeKey(key); });
+}
+
+void AnnotationCanvasHandler::setCurrentBackdrop(std::int32_t backdrop)
+{
+    forEachCanvas([backdrop](AnnotationsView &view) { view.setCurrentBackdrop(backdrop); });
+}
+
+void AnnotationCanvasHandler::setSnapshotImageFilePath(const std::string &path)
+{
+    forEachCanvas([&path](AnnotationsView &view) { view.setSnapshotImageFilePath(path); });
+}
+
+void AnnotationCanvasHandler::setSnapshotImageFilePathPendingLoad(const std::string &path)
+{
+    forEachCanvas(
+        [&path](AnnotationsView &view) { view.setSnapshotImageFilePathPendingLoad(path); });
+}
+
+void AnnotationCanvasHandler::setIsComfirmMode(bool isComfirmMode)
+{
+    forEachCanvas([isComfirmMode](AnnotationsView &view) { view.setIsComfirmMode(isComfirmMode); });
+}
+
+void AnnotationCanvasHandler::setFlipchartImageFilePath(const std::string &path)
+{
+    forEachCanvas([&path](AnnotationsView &view) { view.setFlipchartImageFilePath(path); });
+}
+
+void AnnotationCanvasHandler::setFlipchartImageFilePathPendingLoad(const std::string &path)
+{
+    forEachCanvas(
+        [&path](AnnotationsView &view) { view.setFlipchartImageFilePathPendingLoad(path); });
+}
+
+void AnnotationCanvasHandler::setBackdropImageFilePath(const std::string &path)
+{
+    forEachCanvas([&path](AnnotationsView &view) { view.setBackdropImageFilePath(path); });
+}
+
 void AnnotationCanvasHandler::setCurrentTool(const std::shared_ptr<CanvasTool> &tool)
 {
     forEachCanvas([&tool](AnnotationsView &view) { view.setCurrentTool(tool); });
@@ -24,6 +89,11 @@ void AnnotationCanvasHandler::setCurrentTool(const std::shared_ptr<CanvasTool> &
 void AnnotationCanvasHandler::setCurrentCursor(const std::optional<platform::Cursor> &cursor)
 {
     forEachCanvas([&cursor](AnnotationsView &view) { view.setCurrentCursor(cursor); });
+}
+
+void AnnotationCanvasHandler::resetCursorRects()
+{
+    forEachCanvas([](AnnotationsView &view) { view.resetCursorRects(); });
 }
 
 void AnnotationCanvasHandler::refreshCursor()
@@ -46,6 +116,11 @@ void AnnotationCanvasHandler::clearAnnotations(const platform::Button *sender)
     forEachCanvas([sender](AnnotationsView &view) { view.clearAnnotations(sender); });
 }
 
+void AnnotationCanvasHandler::enterFlipchartEditingMode(std::int32_t backdrop)
+{
+    forEachCanvas([backdrop](AnnotationsView &view) { view.enterFlipchartEditingMode(backdrop); });
+}
+
 void AnnotationCanvasHandler::enterStandardAnnotationMode()
 {
     forEachCanvas([](AnnotationsView &view) { view.enterStandardAnnotationMode(); });
@@ -61,9 +136,59 @@ void AnnotationCanvasHandler::saveDefaultAnnotationData()
     forEachCanvas([](AnnotationsView &view) { view.saveDefaultAnnotationData(); });
 }
 
+void AnnotationCanvasHandler::forEachEffects(
+    const std::function<void(CanvasEffects &)> &visit) const
+{
+    forEachCanvas([&visit](AnnotationsView &view) {
+        if (CanvasEffects *effects = view.effects()) {
+            visit(*effects);
+        }
+    });
+}
+
+void AnnotationCanvasHandler::handleSpotlightPichAct(bool begin)
+{
+    forEachEffects([begin](CanvasEffects &effects) { effects.handleSpotlightPichAct(begin); });
+}
+
+void AnnotationCanvasHandler::handleSpotlightPichMove(std::int32_t length)
+{
+    forEachEffects([length](CanvasEffects &effects) { effects.handleSpotlightPichMove(length); });
+}
+
+void AnnotationCanvasHandler::recoveryScreenShade()
+{
+    forEachEffects([](CanvasEffects &effects) { effects.recoveryScreenShade(); });
+}
+
+void AnnotationCanvasHandler::doSpotLight(bool on)
+{
+    forEachEffects([on](CanvasEffects &effects) { effects.doSpotLight(on); });
+}
+
+void AnnotationCanvasHandler::doScreenCover(bool on)
+{
+    forEachEffects([on](CanvasEffects &effects) { effects.doScreenCover(on); });
+}
+
+void AnnotationCanvasHandler::doLaserPointer(bool on)
+{
+    forEachEffects([on](CanvasEffects &effects) { effects.doLaserPointer(on); });
+}
+
+void AnnotationCanvasHandler::toggleSpotlight()
+{
+    forEachEffects([](CanvasEffects &effects) { effects.toggleSpotlight(); });
+}
+
+void AnnotationCanvasHandler::toggleScreenCover()
+{
+    forEachEffects([](CanvasEffects &effects) { effects.toggleScreenCover(); });
+}
+
 void AnnotationCanvasHandler::setStyleMask(std::uint32_t mask)
 {
-    const platform::Monitor::Hold lock(monitor_);
+    const Lock lock(monitor_);
     for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         window->setStyleMask(mask);
     }
@@ -71,50 +196,122 @@ void AnnotationCanvasHandler::setStyleMask(std::uint32_t mask)
 
 bool AnnotationCanvasHandler::isHidden() const
 {
-    const AnnotationsView *view = mainView();
-    return view != nullptr && view->isHidden();
+    return answerOf(mainView(), [](const AnnotationsView &view) { return view.isHidden(); });
 }
 
 bool AnnotationCanvasHandler::isChange() const
 {
-    const AnnotationsView *view = mainView();
-    return view != nullptr && view->isChange();
+    return answerOf(mainView(), [](const AnnotationsView &view) { return view.isChange(); });
 }
 
 bool AnnotationCanvasHandler::isEditMode() const
 {
-    const AnnotationsView *view = mainView();
-    return view != nullptr && view->isEditMode();
+    return answerOf(mainView(), [](const AnnotationsView &view) { return view.isEditMode(); });
+}
+
+bool AnnotationCanvasHandler::isEditModePendingSet() const
+{
+    return answerOf(mainView(),
+                    [](const AnnotationsView &view) { return view.isEditModePendingSet(); });
 }
 
 std::string AnnotationCanvasHandler::annotationModeKey() const
 {
-    const AnnotationsView *view = mainView();
-    return view == nullptr ? std::string() : view->annotationModeKey();
+    return answerOf(mainView(), [](const AnnotationsView &view) {
+        return std::string(view.annotationModeKey());
+    });
 }
 
 std::int32_t AnnotationCanvasHandler::currentBackdrop() const
 {
-    const AnnotationsView *view = mainView();
-    return view == nullptr ? 0 : view->currentBackdrop();
+    return answerOf(mainView(), [](const AnnotationsView &view) { return view.currentBackdrop(); });
+}
+
+bool AnnotationCanvasHandler::isComfirmMode() const
+{
+    return answerOf(mainView(), [](const AnnotationsView &view) { return view.isComfirmMode(); });
 }
 
 std::int32_t AnnotationCanvasHandler::currentAnnotationMode() const
 {
-    const AnnotationsView *view = mainView();
-    return view == nullptr ? 0 : view->currentAnnotationMode();
+    return answerOf(mainView(),
+                    [](const AnnotationsView &view) { return view.currentAnnotationMode(); });
 }
 
 bool AnnotationCanvasHandler::hasAnnotations() const
 {
-    const AnnotationsView *view = mainView();
-    return view != nullptr && view->hasAnnotations();
+    return answerOf(mainView(), [](const AnnotationsView &view) { return view.hasAnnotations(); });
 }
 
 bool AnnotationCanvasHandler::hasHistoryAnnotations() const
 {
+    return answerOf(mainView(),
+                    [](const AnnotationsView &view) { return view.hasHistoryAnnotations(); });
+}
+
+std::string AnnotationCanvasHandler::snapshotImageFilePath() const
+{
+    return answerOf(mainView(),
+                    [](const AnnotationsView &view) { return view.paths().snapshotImageFilePath; });
+}
+
+std::string AnnotationCanvasHandler::snapshotImageFilePathPendingLoad() const
+{
+    return answerOf(mainView(), [](const AnnotationsView &view) {
+        return view.paths().snapshotImageFilePathPendingLoad;
+    });
+}
+
+std::string AnnotationCanvasHandler::flipchartImageFilePath() const
+{
+    return answerOf(mainView(), [](const AnnotationsView &view) {
+        return view.paths().flipchartImageFilePath;
+    });
+}
+
+std::string AnnotationCanvasHandler::flipchartImageFilePathPendingLoad() const
+{
+    return answerOf(mainView(), [](const AnnotationsView &view) {
+        return view.paths().flipchartImageFilePathPendingLoad;
+    });
+}
+
+std::string AnnotationCanvasHandler::backdropImageFilePath() const
+{
+    return answerOf(mainView(),
+                    [](const AnnotationsView &view) { return view.paths().backdropImageFilePath; });
+}
+
+std::uint32_t AnnotationCanvasHandler::styleMask() const
+{
+    const AnnotationOverlayWindow *window = mainCanvas();
+    return window == nullptr ? 0 : window->styleMask();
+}
+
+CanvasEffects *AnnotationCanvasHandler::mainEffects() const
+{
     const AnnotationsView *view = mainView();
-    return view != nullptr && view->hasHistoryAnnotations();
+    return view == nullptr ? nullptr : view->effects();
+}
+
+bool AnnotationCanvasHandler::isLaserPointer() const
+{
+    const CanvasEffects *effects = mainEffects();
+    return effects != nullptr && effects->isLaserPointer();
+}
+
+void AnnotationCanvasHandler::fileTransferController(bool show)
+{
+    if (CanvasEffects *effects = mainEffects()) {
+        effects->fileTransferController(show);
+    }
+}
+
+void AnnotationCanvasHandler::updateFileTransferStatusDlg(const std::string &text)
+{
+    if (CanvasEffects *effects = mainEffects()) {
+        effects->updateFileTransferStatusDlg(text);
+    }
 }
 
 void AnnotationCanvasHandler::requestHelp()
@@ -145,7 +342,7 @@ void AnnotationCanvasHandler::redoAnnotation()
 
 void AnnotationCanvasHandler::clearAnnotationsWithSqueegee()
 {
-    const platform::Monitor::Hold lock(monitor_);
+    const Lock lock(monitor_);
     for (const auto &[id, window] : CanvasDict(canvasDict_)) {
         const auto view = window->annotationsView();
         if (view->hasAnnotations()) {

@@ -12,6 +12,8 @@ namespace orv {
 namespace {
 
 using platform::DisplayID;
+using platform::Event;
+using platform::EventType;
 using Lock = platform::Monitor::Hold;
 
 // Several announcements of one change come within this time.
@@ -45,6 +47,8 @@ AnnotationCanvasHandler::~AnnotationCanvasHandler()
     platform::NotificationCenter::local().removeObserver(this);
     changeScreenTimer_.reset();
     hiddenCanvas();
+    lastActiveCanvas_ = nullptr;
+    lastActiveEvent_.reset();
     const Lock lock(monitor_);
     while (!canvasDict_.empty()) {
         const auto window = canvasDict_.begin()->second;
@@ -236,10 +240,30 @@ AnnotationOverlayWindow *AnnotationCanvasHandler::testHitCanvas(platform::Point 
 bool AnnotationCanvasHandler::sendCanvas(AnnotationOverlayWindow *window,
                                          const platform::Event &mouseEvent)
 {
-    if (window != nullptr) {
-        window->sendEvent(mouseEvent);
+    if (window == nullptr) {
+        return true;
     }
+    handLaserOver(*window, mouseEvent);
+    lastActiveCanvas_ = window;
+    lastActiveEvent_ = mouseEvent;
+    window->sendEvent(mouseEvent);
     return true;
+}
+
+void AnnotationCanvasHandler::handLaserOver(AnnotationOverlayWindow &window,
+                                            const Event &mouseEvent)
+{
+    if (lastActiveCanvas_ == nullptr || lastActiveCanvas_ == &window || !isLaserPointer()) {
+        return;
+    }
+    Event released = *lastActiveEvent_;
+    released.type = released.type == EventType::rightMouseDown ? EventType::rightMouseUp
+                                                               : EventType::leftMouseUp;
+    Event pressed = mouseEvent;
+    pressed.type = pressed.type == EventType::rightMouseDragged ? EventType::rightMouseDown
+                                                                : EventType::leftMouseDown;
+    lastActiveCanvas_->sendEvent(released);
+    window.sendEvent(pressed);
 }
 
 } // namespace orv

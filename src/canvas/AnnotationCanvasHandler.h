@@ -45,21 +45,42 @@ public:
     /// The window under a point that is measured from the top left of the main display; the main
     /// canvas when there is none.
     [[nodiscard]] AnnotationOverlayWindow *testHitCanvas(platform::Point fromTopLeft) const;
-    /// Always true; null gets nothing.
+    /// Always true; null gets nothing. A laser pointer that is dragged over to another canvas is
+    /// let go on the old one and pressed on the new one first.
     bool sendCanvas(AnnotationOverlayWindow *window, const platform::Event &mouseEvent);
 
     // To every canvas.
+    void setIsHidden(bool hidden);
     void setIsChange(bool isChange);
     void setIsEditMode(bool isEditMode);
+    void setIsEditModePendingSet(bool pending);
+    void setAnnotationModeKey(const std::string &key);
+    void setCurrentBackdrop(std::int32_t backdrop);
+    void setSnapshotImageFilePath(const std::string &path);
+    void setSnapshotImageFilePathPendingLoad(const std::string &path);
+    void setIsComfirmMode(bool isComfirmMode);
+    void setFlipchartImageFilePath(const std::string &path);
+    void setFlipchartImageFilePathPendingLoad(const std::string &path);
+    void setBackdropImageFilePath(const std::string &path);
     void setCurrentTool(const std::shared_ptr<CanvasTool> &tool);
     void setCurrentCursor(const std::optional<platform::Cursor> &cursor);
+    void resetCursorRects();
     void refreshCursor();
     void refreshButtonEnabledStates();
     void clearForNewAnnotations();
     void clearAnnotations(const platform::Button *sender);
+    void enterFlipchartEditingMode(std::int32_t backdrop);
     void enterStandardAnnotationMode();
     void loadDefaultAnnotationData();
     void saveDefaultAnnotationData();
+    void handleSpotlightPichAct(bool begin);
+    void handleSpotlightPichMove(std::int32_t length);
+    void recoveryScreenShade();
+    void doSpotLight(bool on);
+    void doScreenCover(bool on);
+    void doLaserPointer(bool on);
+    void toggleSpotlight();
+    void toggleScreenCover();
     /// To every window, not to its canvas.
     void setStyleMask(std::uint32_t mask);
 
@@ -67,13 +88,25 @@ public:
     [[nodiscard]] bool isHidden() const;
     [[nodiscard]] bool isChange() const;
     [[nodiscard]] bool isEditMode() const;
+    [[nodiscard]] bool isEditModePendingSet() const;
     [[nodiscard]] std::string annotationModeKey() const;
     [[nodiscard]] std::int32_t currentBackdrop() const;
+    [[nodiscard]] std::string snapshotImageFilePath() const;
+    [[nodiscard]] std::string snapshotImageFilePathPendingLoad() const;
+    [[nodiscard]] bool isComfirmMode() const;
+    [[nodiscard]] std::string flipchartImageFilePath() const;
+    [[nodiscard]] std::string flipchartImageFilePathPendingLoad() const;
+    [[nodiscard]] std::string backdropImageFilePath() const;
     [[nodiscard]] std::int32_t currentAnnotationMode() const;
     [[nodiscard]] bool hasAnnotations() const;
     [[nodiscard]] bool hasHistoryAnnotations() const;
+    [[nodiscard]] bool isLaserPointer() const;
+    /// Of the main window.
+    [[nodiscard]] std::uint32_t styleMask() const;
     void requestHelp();
     void ShowOrHideToolBar(bool show);
+    void fileTransferController(bool show);
+    void updateFileTransferStatusDlg(const std::string &text);
 
     /// Undo nothing: they only refresh the main canvas's buttons. Undo and redo reach one canvas
     /// directly.
@@ -89,6 +122,10 @@ public:
 
 private:
     void forEachCanvas(const std::function<void(AnnotationsView &)> &visit) const;
+    void forEachEffects(const std::function<void(CanvasEffects &)> &visit) const;
+    /// Null without a main canvas, and while that has no effects.
+    [[nodiscard]] CanvasEffects *mainEffects() const;
+    void handLaserOver(AnnotationOverlayWindow &window, const platform::Event &mouseEvent);
     [[nodiscard]] AnnotationsView *mainView() const;
     std::shared_ptr<AnnotationOverlayWindow> createNewCanvas(const platform::Screen &screen);
     void onTick();
@@ -101,6 +138,9 @@ private:
     bool isSupportMultiScreen_ = false;
     bool isPressed_ = false;
     platform::TaskHandle changeScreenTimer_;
+    /// The canvas that got the last mouse event, and that event.
+    AnnotationOverlayWindow *lastActiveCanvas_ = nullptr;
+    std::optional<platform::Event> lastActiveEvent_;
 };
 
 } // namespace orv

@@ -30,13 +30,6 @@ void enableControl(platform::Button *button, bool enabled)
     }
 }
 
-void hideControl(platform::View *view, bool hidden)
-{
-    if (view != nullptr) {
-        view->setHidden(hidden);
-    }
-}
-
 } // namespace
 
 AnnotationsView::AnnotationsView(const Rect &frame) : View(frame)
@@ -291,66 +284,6 @@ void AnnotationsView::clearForNewAnnotations()
         session->setIsAnimating(false);
     }
     setIsChange(false);
-}
-
-void AnnotationsView::setCurrentBackdrop(std::int32_t backdrop)
-{
-    constexpr std::int32_t whiteSheet = 1;
-    currentBackdrop_ = backdrop;
-    setBackdropColor(backdrop == whiteSheet ? platform::Color::white() : platform::Color::clear());
-}
-
-void AnnotationsView::setBackdropColor(const platform::Color &color)
-{
-    if (overlayWindow_ != nullptr) {
-        overlayWindow_->setBackgroundColor(color);
-    }
-}
-
-void AnnotationsView::enterStandardAnnotationMode()
-{
-    setAnnotationModeKey(annotationModeKeyStandard);
-    setCurrentBackdrop(0);
-    document_.removeLists(annotationModeKeySnapshot);
-    document_.removeLists(annotationModeKeyFlipchart);
-    setIsChange(false);
-    setIsPressed(false);
-    refreshToolbarBasedOnAnnotationModeKeySelection();
-    refreshButtonEnabledStates();
-    enterStandardAnnotationModeNotify();
-}
-
-void AnnotationsView::refreshToolbarBasedOnAnnotationModeKeySelection()
-{
-    const bool snapshot = annotationModeKey_ == annotationModeKeySnapshot;
-    if (const CanvasToolbox *toolbox = toolboxWindow()) {
-        hideControl(toolbox->standardAnnotationModeToolbarView(), snapshot);
-        hideControl(toolbox->snapshotButton(), snapshot);
-        hideControl(toolbox->flipchartButton(), snapshot);
-        hideControl(toolbox->snapshotEditingModeToolbarView(), !snapshot);
-        hideControl(toolbox->saveSSButton(), !snapshot);
-        hideControl(toolbox->closeSSButton(), !snapshot);
-    }
-    if (CanvasSession *session = annotationManager()) {
-        session->setEditModeToolMenu(isEditMode_);
-    }
-}
-
-void AnnotationsView::enterCurrentEditingModeNotify()
-{
-    if (currentAnnotationMode() == 0) {
-        enterStandardAnnotationModeNotify();
-    }
-}
-
-void AnnotationsView::enterStandardAnnotationModeNotify()
-{
-    sendSwitchModeAckInfo(0, 0, 1, 1, true, false);
-}
-
-void AnnotationsView::resetDisplay()
-{
-    setCurrentBackdrop(currentBackdrop_);
 }
 
 void AnnotationsView::requestHelp()

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "canvas/CanvasDocument.h"
+#include "canvas/CanvasEffects.h"
+#include "canvas/CanvasPaths.h"
 #include "canvas/CanvasSession.h"
 #include "canvas/CanvasTool.h"
 #include "canvas/CanvasToolbox.h"
@@ -11,6 +13,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace orv {
 
@@ -68,6 +71,21 @@ public:
     void setIsEditModePendingSet(bool pending) { isEditModePendingSet_ = pending; }
     [[nodiscard]] bool isComfirmMode() const { return isComfirmMode_; }
     void setIsComfirmMode(bool isComfirmMode) { isComfirmMode_ = isComfirmMode; }
+    [[nodiscard]] const CanvasPaths &paths() const { return paths_; }
+    void setSnapshotImageFilePath(const std::string &path) { paths_.snapshotImageFilePath = path; }
+    void setSnapshotImageFilePathPendingLoad(const std::string &path)
+    {
+        paths_.snapshotImageFilePathPendingLoad = path;
+    }
+    void setFlipchartImageFilePath(const std::string &path)
+    {
+        paths_.flipchartImageFilePath = path;
+    }
+    void setFlipchartImageFilePathPendingLoad(const std::string &path)
+    {
+        paths_.flipchartImageFilePathPendingLoad = path;
+    }
+    void setBackdropImageFilePath(const std::string &path) { paths_.backdropImageFilePath = path; }
     /// In multi-screen use the delegate's answer, one for all canvases.
     [[nodiscard]] bool isPressed() const;
     void setIsPressed(bool pressed);
@@ -104,8 +122,11 @@ public:
     [[nodiscard]] std::int32_t currentBackdrop() const { return currentBackdrop_; }
     void setCurrentBackdrop(std::int32_t backdrop);
     void enterStandardAnnotationMode();
+    /// A new page on this backdrop; what the flipchart held is gone.
+    void enterFlipchartEditingMode(std::int32_t backdrop);
     void enterCurrentEditingModeNotify();
     void enterStandardAnnotationModeNotify();
+    void enterFlipchartEditingModeNotify();
     void refreshToolbarBasedOnAnnotationModeKeySelection();
     void resetDisplay();
 
@@ -116,6 +137,10 @@ public:
     /// `platform::Exception` for a file that is no archive; the document is then untouched.
     bool loadAnnotationData(const std::string &path, bool check);
     void saveDefaultAnnotationData();
+
+    /// Null while nothing gives it effects.
+    [[nodiscard]] CanvasEffects *effects() const { return effects_.get(); }
+    void setEffects(std::unique_ptr<CanvasEffects> effects) { effects_ = std::move(effects); }
 
     void requestHelp();
     /// First generation only: brings the toolbox back, or puts it away for a dialog.
@@ -160,6 +185,8 @@ private:
     bool isEditModePendingSet_ = true;
     bool isComfirmMode_ = false;
     std::int32_t currentBackdrop_ = 0;
+    CanvasPaths paths_;
+    std::unique_ptr<CanvasEffects> effects_;
     AnnotationsViewDelegate *delegate_ = nullptr;
     AnnotationOverlayWindow *overlayWindow_ = nullptr;
     platform::TaskHandle lateRedraw_;

@@ -30,6 +30,7 @@ protected:
 class CanvasSession : public DisplaySession {
 public:
     virtual void hideToolMenuToggle() = 0;
+    virtual void selectDefaultTool() = 0;
     virtual void closeAnnotationToolbox() = 0;
     virtual void maximizeAnnotationToolbox() = 0;
     virtual void minimizeAnnotationToolbox() = 0;

@@ -79,7 +79,7 @@ public:
     void terminate();
 
     void selectTool(const platform::Button &sender);
-    void selectDefaultTool();
+    void selectDefaultTool() override;
     void handleSetToolRequest(const ToolRequest &request);
     /// The reported number of the current tool's kind; 65535 for a kind without one.
     [[nodiscard]] std::uint32_t getCurrentToolType() const;

@@ -33,6 +33,7 @@ public:
     void resetAllDisplayWindow() override { calls.emplace_back("resetAllDisplayWindow"); }
     void resetEventWindow() override { calls.emplace_back("resetEventWindow"); }
     void hideToolMenuToggle() override { calls.emplace_back("hideToolMenuToggle"); }
+    void selectDefaultTool() override { calls.emplace_back("selectDefaultTool"); }
     void closeAnnotationToolbox() override { calls.emplace_back("closeAnnotationToolbox"); }
     void maximizeAnnotationToolbox() override { calls.emplace_back("maximize"); }
     void minimizeAnnotationToolbox() override { calls.emplace_back("minimize"); }

@@ -33,6 +33,87 @@ protected:
     std::unique_ptr<AnnotationCanvasHandler> handler;
 };
 
+/// Effects that note what they are asked for.
+class NotedEffects : public CanvasEffects {
+public:
+    explicit NotedEffects(std::vector<std::string> &calls) : calls_(calls) {}
+    void doSpotLight(bool on) override { note("spotlight", on); }
+    void toggleSpotlight() override { calls_.emplace_back("toggle spotlight"); }
+    void handleSpotlightPichAct(bool begin) override { note("pinch", begin); }
+    void handleSpotlightPichMove(std::int32_t length) override
+    {
+        calls_.push_back("pinch by " + std::to_string(length));
+    }
+    void doScreenCover(bool on) override { note("cover", on); }
+    void toggleScreenCover() override { calls_.emplace_back("toggle cover"); }
+    void doLaserPointer(bool on) override
+    {
+        note("laser", on);
+        laser_ = on;
+    }
+    [[nodiscard]] bool isLaserPointer() const override { return laser_; }
+    void recoveryScreenShade() override { calls_.emplace_back("recovery"); }
+    void fileTransferController(bool show) override { note("transfer", show); }
+    void updateFileTransferStatusDlg(const std::string &text) override { calls_.push_back(text); }
+
+private:
+    void note(const char *what, bool on)
+    {
+        calls_.push_back(std::string(what) + (on ? " on" : " off"));
+    }
+    std::vector<std::string> &calls_;
+    bool laser_ = false;
+};
+
+class CanvasSetOfTwo : public CanvasSet {
+protected:
+    CanvasSetOfTwo()
+    {
+        setScreens({kLeft, kRight});
+        handler->supportMultiScreen(true);
+        handler->supportMultiScreen(true);
+        second = canvasOf(2).annotationsView();
+        canvas->setEffects(std::make_unique<NotedEffects>(firstCalls));
+        second->setEffects(std::make_unique<NotedEffects>(secondCalls));
+        handler->setCurrentTool(pen);
+        handler->showCanvas();
+    }
+    [[nodiscard]] static platform::Event mouseIn(const AnnotationOverlayWindow &target,
+                                                 platform::EventType type, platform::Point at)
+    {
+        platform::Event event = mouseAt(type, at);
+        event.windowNumber = target.windowNumber();
+        return event;
+    }
+    void send(AnnotationOverlayWindow &target, platform::EventType type, platform::Point at)
+    {
+        handler->sendCanvas(&target, mouseIn(target, type, at));
+    }
+
+    std::vector<std::string> firstCalls;
+    std::vector<std::string> secondCalls;
+    std::shared_ptr<AnnotationsView> second;
+};
+
+/// Counts what of the mouse reaches it.
+class MouseNotes : public platform::View {
+public:
+    MouseNotes(const Rect &frame, std::vector<std::string> &notes) : View(frame), notes_(notes) {}
+    void mouseDown(const platform::Event &event) override { note("down", event); }
+    void mouseDragged(const platform::Event &event) override { note("drag", event); }
+    void mouseUp(const platform::Event &event) override { note("up", event); }
+    void rightMouseDown(const platform::Event &event) override { note("right down", event); }
+    void rightMouseDragged(const platform::Event &event) override { note("right drag", event); }
+    void rightMouseUp(const platform::Event &event) override { note("right up", event); }
+
+private:
+    void note(const char *what, const platform::Event &event)
+    {
+        notes_.push_back(std::string(what) + " " + std::to_string(event.eventNumber));
+    }
+    std::vector<std::string> &notes_;
+};
+
 TEST_F(CanvasSet, TheFirstWindowBelongsToTheMainDisplay)
 {
     EXPECT_EQ(window->displayID(), 1U);
@@ -176,6 +257,190 @@ TEST_F(CanvasSet, FlagsGoToAllAndAnswersComeFromTheMainOne)
     handler->setStyleMask(128);
     EXPECT_EQ(canvasOf(2).styleMask(), 128U);
     EXPECT_EQ(window->styleMask(), 128U);
+}
+
+TEST_F(CanvasSetOfTwo, EveryFieldGoesToAllCanvases)
+{
+    handler->setIsHidden(true);
+    handler->setIsEditModePendingSet(false);
+    handler->setIsComfirmMode(true);
+    handler->setAnnotationModeKey(AnnotationsView::annotationModeKeyFlipchart);
+    handler->setCurrentBackdrop(1);
+    handler->setSnapshotImageFilePath("/s.jpg");
+    handler->setSnapshotImageFilePathPendingLoad("/s2.jpg");
+    handler->setFlipchartImageFilePath("/f.jpg");
+    handler->setFlipchartImageFilePathPendingLoad("/f2.jpg");
+    handler->setBackdropImageFilePath("/b.jpg");
+
+    for (const auto &view : {canvas, second}) {
+        EXPECT_TRUE(view->isHidden());
+        EXPECT_FALSE(view->isEditModePendingSet());
+        EXPECT_TRUE(view->isComfirmMode());
+        EXPECT_EQ(view->currentAnnotationMode(), 2);
+        EXPECT_EQ(view->currentBackdrop(), 1);
+        EXPECT_EQ(view->paths().snapshotImageFilePath, "/s.jpg");
+        EXPECT_EQ(view->paths().snapshotImageFilePathPendingLoad, "/s2.jpg");
+        EXPECT_EQ(view->paths().flipchartImageFilePath, "/f.jpg");
+        EXPECT_EQ(view->paths().flipchartImageFilePathPendingLoad, "/f2.jpg");
+        EXPECT_EQ(view->paths().backdropImageFilePath, "/b.jpg");
+    }
+}
+
+TEST_F(CanvasSetOfTwo, EveryAnswerComesFromTheMainCanvas)
+{
+    second->setIsHidden(true);
+    second->setIsEditModePendingSet(false);
+    second->setIsComfirmMode(true);
+    second->setAnnotationModeKey(AnnotationsView::annotationModeKeyFlipchart);
+    second->setCurrentBackdrop(1);
+    second->setSnapshotImageFilePath("/second.jpg");
+    second->effects()->doLaserPointer(true);
+    canvas->setSnapshotImageFilePath("/s.jpg");
+    canvas->setSnapshotImageFilePathPendingLoad("/s2.jpg");
+    canvas->setFlipchartImageFilePath("/f.jpg");
+    canvas->setFlipchartImageFilePathPendingLoad("/f2.jpg");
+    canvas->setBackdropImageFilePath("/b.jpg");
+    window->setStyleMask(7);
+
+    EXPECT_FALSE(handler->isHidden());
+    EXPECT_TRUE(handler->isEditModePendingSet());
+    EXPECT_FALSE(handler->isComfirmMode());
+    EXPECT_EQ(handler->annotationModeKey(), "AnnotationModeStandard");
+    EXPECT_EQ(handler->currentAnnotationMode(), 0);
+    EXPECT_EQ(handler->currentBackdrop(), 0);
+    EXPECT_FALSE(handler->isLaserPointer());
+    EXPECT_EQ(handler->snapshotImageFilePath(), "/s.jpg");
+    EXPECT_EQ(handler->snapshotImageFilePathPendingLoad(), "/s2.jpg");
+    EXPECT_EQ(handler->flipchartImageFilePath(), "/f.jpg");
+    EXPECT_EQ(handler->flipchartImageFilePathPendingLoad(), "/f2.jpg");
+    EXPECT_EQ(handler->backdropImageFilePath(), "/b.jpg");
+    EXPECT_EQ(handler->styleMask(), 7U);
+}
+
+TEST_F(CanvasSetOfTwo, EffectsGoToAllCanvasesAndATransferToTheMainOne)
+{
+    handler->doSpotLight(true);
+    handler->handleSpotlightPichAct(true);
+    handler->handleSpotlightPichMove(-4);
+    handler->toggleSpotlight();
+    handler->doScreenCover(true);
+    handler->toggleScreenCover();
+    handler->doLaserPointer(true);
+    handler->recoveryScreenShade();
+    EXPECT_THAT(firstCalls,
+                ElementsAre("spotlight on", "pinch on", "pinch by -4", "toggle spotlight",
+                            "cover on", "toggle cover", "laser on", "recovery"));
+    EXPECT_EQ(secondCalls, firstCalls);
+
+    firstCalls.clear();
+    secondCalls.clear();
+    handler->fileTransferController(true);
+    handler->updateFileTransferStatusDlg("File finish ...");
+    EXPECT_THAT(firstCalls, ElementsAre("transfer on", "File finish ..."));
+    EXPECT_THAT(secondCalls, ::testing::IsEmpty());
+}
+
+TEST_F(CanvasSetOfTwo, ANewFlipchartPageOpensOnAllAndStandardModeKeepsItsInk)
+{
+    press({1.0, 1.0});
+    release({1.0, 1.0});
+    EventLog log(17, {"switchModeEvent"});
+
+    handler->enterFlipchartEditingMode(1);
+    EXPECT_EQ(second->annotationModeKey(), "AnnotationModeFlipchart");
+    EXPECT_EQ(canvasOf(2).backgroundColor(), platform::Color::white());
+    EXPECT_FALSE(canvas->hasAnnotations());
+    EXPECT_EQ(log.events.size(), 2U);
+
+    handler->setFlipchartImageFilePath("/page.jpg");
+    handler->enterStandardAnnotationMode();
+    EXPECT_TRUE(canvas->hasAnnotations());
+    EXPECT_EQ(canvas->document().annotations(AnnotationsView::annotationModeKeyFlipchart), nullptr);
+    EXPECT_EQ(handler->flipchartImageFilePath(), "");
+}
+
+TEST_F(CanvasSetOfTwo, AnEraserGivesWayToTheDefaultToolOnANewPage)
+{
+    handler->setCurrentTool(std::make_shared<FakeTool>(annotation_type::eraser));
+    session.calls.clear();
+    canvas->enterFlipchartEditingMode(1);
+    EXPECT_EQ(session.count("selectDefaultTool"), 1);
+
+    handler->setCurrentTool(pen);
+    session.calls.clear();
+    canvas->enterFlipchartEditingMode(1);
+    EXPECT_EQ(session.count("selectDefaultTool"), 0);
+}
+
+TEST_F(CanvasSetOfTwo, ALaserPointerThatChangesDisplaysIsLetGoThereAndPressedHere)
+{
+    std::vector<std::string> left;
+    std::vector<std::string> right;
+    window->contentView()->addSubview(std::make_shared<MouseNotes>(window->frame(), left));
+    canvasOf(2).contentView()->addSubview(
+        std::make_shared<MouseNotes>(Rect{{}, kRight.frame.size}, right));
+    handler->doLaserPointer(true);
+    auto drag = [&](AnnotationOverlayWindow &target, int number, platform::EventType type) {
+        platform::Event event = mouseIn(target, type, {10.0, 10.0});
+        event.eventNumber = number;
+        handler->sendCanvas(&target, event);
+    };
+
+    drag(*window, 1, platform::EventType::leftMouseDown);
+    drag(*window, 2, platform::EventType::leftMouseDragged);
+    drag(canvasOf(2), 3, platform::EventType::leftMouseDragged);
+    EXPECT_THAT(left, ElementsAre("down 1", "drag 2", "up 2"));
+    EXPECT_THAT(right, ElementsAre("down 3", "drag 3"));
+
+    drag(canvasOf(2), 4, platform::EventType::rightMouseDown);
+    drag(*window, 5, platform::EventType::rightMouseDragged);
+    EXPECT_THAT(right, ElementsAre("down 3", "drag 3", "right down 4", "right up 4"));
+    EXPECT_THAT(left, ElementsAre("down 1", "drag 2", "up 2", "right down 5", "right drag 5"));
+}
+
+TEST_F(CanvasSetOfTwo, AStrokeOverTheEdgeOfADisplayEndsThereAndStaysActive)
+{
+    send(*window, platform::EventType::leftMouseDown, {1400.0, 100.0});
+    send(*window, platform::EventType::leftMouseDragged, {1439.0, 100.0});
+    send(canvasOf(2), platform::EventType::leftMouseDragged, {5.0, 100.0});
+    send(canvasOf(2), platform::EventType::leftMouseUp, {9.0, 100.0});
+    ASSERT_EQ(annotations().size(), 1U);
+    EXPECT_TRUE(annotations().front()->isActive());
+    EXPECT_FALSE(second->hasAnnotations());
+}
+
+TEST_F(CanvasSetOfTwo, AMainDisplayThatGoesKeepsItsWindowAndHandsItsRoleOn)
+{
+    const Screen nowMain{2, Rect::make(0.0, 0.0, 800.0, 600.0), 1.0};
+    setScreens({nowMain});
+    wait(0.31);
+    EXPECT_EQ(handler->canvasDict().count(1), 1U);
+    EXPECT_EQ(handler->mainCanvas(), &canvasOf(2));
+
+    setScreens({{3, Rect::make(0.0, 0.0, 800.0, 600.0), 1.0}});
+    EXPECT_EQ(handler->mainCanvas(), nullptr);
+    EXPECT_FALSE(handler->isChange()) << "what an empty canvas would answer";
+    EXPECT_FALSE(handler->isLaserPointer());
+}
+
+TEST_F(CanvasSet, WithOneDisplayAPassStillReturnsItToStandardMode)
+{
+    canvas->setAnnotationModeKey(AnnotationsView::annotationModeKeySnapshot);
+    handler->supportMultiScreen(true);
+    EXPECT_EQ(canvas->annotationModeKey(), "AnnotationModeStandard");
+    EXPECT_EQ(handler->canvasDict().size(), 1U);
+}
+
+TEST_F(CanvasSetOfTwo, ACanvasMayCallBackIntoTheSetDuringAFanOut)
+{
+    int answers = 0;
+    platform::NotificationCenter::local().addObserver(
+        &answers, eventName("undoreoEvent", 17), [&](std::string_view, const platform::UserInfo &) {
+            answers += handler->testHitCanvas({100.0, 100.0}) == window.get() ? 1 : 0;
+        });
+    handler->refreshButtonEnabledStates();
+    platform::NotificationCenter::local().removeObserver(&answers);
+    EXPECT_EQ(answers, 2);
 }
 
 TEST_F(CanvasSet, TheButtonIsOneForAllCanvases)

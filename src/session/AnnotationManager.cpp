@@ -1,5 +1,6 @@
 #include "session/AnnotationManager.h"
 
+#include "annotations/FigureAnnotations.h"
 #include "canvas/AnnotationRegistry.h"
 #include "channels/AppConstants.h"
 #include "channels/OrvFrameworkLogger.h"
@@ -32,6 +33,7 @@ AnnotationManager::AnnotationManager(std::uint32_t appActUniqueID)
 {
     debugSetting_->setOffset(kDebugTextMargin);
     registerStrokeAnnotations(AnnotationRegistry::shared());
+    registerFigureAnnotations(AnnotationRegistry::shared());
     AppConstants::instance().setAppActUniqueID(appActUniqueID);
     initializeDefaultPathSetting();
     displayScreenRequested_ = displays().screen(displays().mainDisplayID());
@@ -72,7 +74,9 @@ void AnnotationManager::setDeviceName(const std::optional<std::string> &name)
                            name ? AppConstants::SanitizeName(*name) : "(null)"));
     constants.setDeviceName(name);
     constants.AppUserDataPath = constants.AppDataPath + constants.SanitizeDeviceName();
-    platform::Platform::current().files().createFolder(constants.AppUserDataPath);
+    if (makeUserFolder()) {
+        platform::Platform::current().mainThread().post([] { moveDefaultDataToUserFolder(); });
+    }
 }
 
 void AnnotationManager::setDisplayID(platform::DisplayID displayID)
@@ -93,7 +97,9 @@ std::optional<platform::Screen> AnnotationManager::displayScreenRequested() cons
 void AnnotationManager::showWindow()
 {
     if (!outlets_.toolboxWindow) {
-        outlets_ = loadSessionOutlets([this](platform::Button &sender) { selectTool(sender); });
+        outlets_ =
+            loadSessionOutlets([this](platform::Button &sender) { selectTool(sender); },
+                               [this](platform::Button &sender) { selectOthersToolMenu(sender); });
         windowDidLoad();
     }
     outlets_.toolboxWindow->orderFront();
@@ -119,16 +125,25 @@ void AnnotationManager::windowDidLoad()
         canvasHandler_ = std::make_unique<AnnotationCanvasHandler>(outlets_.overlayWindow);
         canvasHandler_->supportMultiScreen(isSupportMultiScreen());
     }
-    const auto canvas = annotationsView();
-    tools_ = buildToolTable(outlets_, {[canvas] { canvas->undoAnnotation(); },
-                                       [canvas] {
-                                           if (canvas->hasHistoryAnnotations()) {
-                                               canvas->redoAnnotation();
-                                           }
-                                       },
-                                       [canvas] { canvas->clearAnnotationsWithSqueegee(); }});
-    restoreToolSettings(tools_);
+    buildTools();
     canvasHandler_->loadDefaultAnnotationData();
+}
+
+void AnnotationManager::buildTools()
+{
+    const auto canvas = annotationsView();
+    TransientActions actions;
+    actions["undo"] = [canvas] { canvas->undoAnnotation(); };
+    actions["redo"] = [canvas] {
+        if (canvas->hasHistoryAnnotations()) {
+            canvas->redoAnnotation();
+        }
+    };
+    actions["eraseall"] = [canvas] { canvas->clearAnnotationsWithSqueegee(); };
+    ToolSettingsReader reader;
+    tools_ = buildToolTable(outlets_, canvas, actions, [&reader](const std::string &title) {
+        return reader.savedSettingsForTool(title);
+    });
 }
 
 bool AnnotationManager::isResetDisplay() const

@@ -5,6 +5,7 @@
 #include "platform/ports/MainThread.h"
 #include "session/RemoteInput.h"
 #include "session/SessionOutlets.h"
+#include "session/ToolRequest.h"
 #include "session/ToolTable.h"
 
 #include <cstdint>
@@ -78,7 +79,10 @@ public:
     /// Gives back all that the session holds. Any later request does nothing.
     void terminate();
 
+    /// The tool whose title the button has. A transient one is never the current tool.
     void selectTool(const platform::Button &sender);
+    /// A button of the fixed menu, by its tag: 100 leaves the snapshot; others do nothing.
+    void selectOthersToolMenu(const platform::Button &sender);
     void selectDefaultTool() override;
     void handleSetToolRequest(const ToolRequest &request);
     /// The reported number of the current tool's kind; 65535 for a kind without one.
@@ -126,6 +130,7 @@ public:
 
 private:
     void windowDidLoad();
+    void buildTools();
     void setFront(platform::Window &window);
     void selectToolOfOutlet(const std::string &outlet);
     void applyStyleForFrontmostApplication();

@@ -114,6 +114,9 @@ void AnnotationManager::closeAnnotationToolbox()
     }
     logLine(1, "-[AnnotationManager closeAnnotationToolbox]");
     applications().setPresentationOptions(kNormalDock);
+    if (isEnterSpecialMode_ != 0 || isAnnotation2()) {
+        mainThread().postAndWait([this] { canvasHandler_->recoveryScreenShade(); });
+    }
     outlets_.toolboxWindow->orderOut();
     mainThread().postAndWait([this] { exitAnnotationMode(); });
     applications().setFrontProcess(pidFrontmostApplication_);
@@ -126,6 +129,9 @@ void AnnotationManager::exitAnnotationMode()
 {
     if (!canvasHandler_) {
         return;
+    }
+    if (lastSelectedTool_) {
+        lastSelectedTool_->hideMenu();
     }
     if (currentTool_) {
         currentTool_->deselect();
@@ -155,6 +161,9 @@ void AnnotationManager::minimizeAnnotationToolbox()
 {
     if (isAnnotation2()) {
         return;
+    }
+    if (lastSelectedTool_) {
+        mainThread().postAndWait([tool = lastSelectedTool_] { tool->hideMenu(); });
     }
     lateMinimize_ = mainThread().after(kMinimizeSeconds, [self = weak_from_this()] {
         if (const auto manager = self.lock()) {

@@ -21,6 +21,9 @@ void AnnotationManager::selectTool(const platform::Button &sender)
     if (isAnimating_ && tool && tool->transient()) {
         return;
     }
+    if (lastSelectedTool_ && lastSelectedTool_ != tool) {
+        lastSelectedTool_->hideMenu();
+    }
     const bool transient = tool && tool->transient();
     if (currentTool_ != tool && !transient) {
         if (currentTool_) {
@@ -34,6 +37,15 @@ void AnnotationManager::selectTool(const platform::Button &sender)
         tool->selectAndToggleMenu(toggleMenu);
     }
     lastSelectedTool_ = tool;
+}
+
+void AnnotationManager::selectOthersToolMenu(const platform::Button &sender)
+{
+    constexpr int leaveSnapshot = 100;
+    if (sender.tag() == leaveSnapshot && canvasHandler_) {
+        canvasHandler_->setIsEditMode(true);
+        setEditModeToolMenu(canvasHandler_->isEditMode());
+    }
 }
 
 void AnnotationManager::selectToolOfOutlet(const std::string &outlet)
@@ -53,10 +65,15 @@ void AnnotationManager::handleSetToolRequest(const ToolRequest &request)
 {
     enteringAnnotationMode_ = true;
     const char *outlet = buttonForDrawType(request.type);
-    if (outlet == nullptr || !canvasHandler_) {
+    if (!canvasHandler_) {
+        return;
+    }
+    if (outlet == nullptr) {
+        canvasHandler_->doLaserPointer(true);
         return;
     }
     selectToolOfOutlet(outlet);
+    canvasHandler_->doLaserPointer(false);
     if (currentTool_) {
         applyToolRequest(request, *currentTool_);
     }
@@ -130,16 +147,40 @@ void AnnotationManager::handlePrevPageRequest() {}
 void AnnotationManager::handleNextPageRequest() {}
 void AnnotationManager::handleDoSave(std::uint32_t /*action*/) {}
 void AnnotationManager::handleVideoRecording(std::uint32_t /*action*/) {}
-void AnnotationManager::handleSpotlightPichAct(bool /*begin*/) {}
-void AnnotationManager::handleSpotlightPichMove(std::int32_t /*length*/) {}
 void AnnotationManager::handleOthersMode(std::uint32_t /*mode*/, std::uint8_t /*subMode*/,
                                          bool /*enable*/)
 {
 }
 void AnnotationManager::updateFileTransferStatusDlg(std::uint32_t /*status*/) {}
 void AnnotationManager::closeFileTransferStatusDlg() {}
-void AnnotationManager::leaveOthersMode() {}
-void AnnotationManager::hideToolMenuToggle() {}
+void AnnotationManager::leaveOthersMode()
+{
+    if (canvasHandler_) {
+        canvasHandler_->doSpotLight(false);
+        canvasHandler_->doScreenCover(false);
+    }
+}
+
+void AnnotationManager::hideToolMenuToggle()
+{
+    if (lastSelectedTool_ && !lastSelectedTool_->getToolMenuIsHidden()) {
+        lastSelectedTool_->selectAndToggleMenu(true);
+    }
+}
+
+void AnnotationManager::handleSpotlightPichAct(bool begin)
+{
+    if (canvasHandler_) {
+        canvasHandler_->handleSpotlightPichAct(begin);
+    }
+}
+
+void AnnotationManager::handleSpotlightPichMove(std::int32_t length)
+{
+    if (canvasHandler_) {
+        canvasHandler_->handleSpotlightPichMove(length);
+    }
+}
 
 RemoteInputDesk AnnotationManager::remoteInputDesk() const
 {
@@ -147,6 +188,7 @@ RemoteInputDesk AnnotationManager::remoteInputDesk() const
     desk.toolbox = outlets_.toolboxWindow.get();
     desk.overlay = outlets_.overlayWindow.get();
     desk.toolMenuView = outlets_.toolMenuView.get();
+    desk.menuTool = lastSelectedTool_.get();
     desk.canvasHandler = canvasHandler_.get();
     desk.isSupportMultiScreen = isSupportMultiScreen();
     desk.displayScreen = displayScreen_;

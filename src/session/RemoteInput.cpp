@@ -54,9 +54,13 @@ Point convertOriginPointCoordinates(Point location)
 
 bool checkHitView(const Event &event, const RemoteInputDesk &desk)
 {
-    return desk.toolMenuView != nullptr &&
-           desk.toolbox->contentView()->frame().containsMouse(event.location) &&
-           desk.toolMenuView->frame().containsMouse(event.location);
+    if (!desk.toolbox->contentView()->frame().containsMouse(event.location)) {
+        return false;
+    }
+    const bool menuIsOpen = desk.menuTool != nullptr && !desk.menuTool->getToolMenuIsHidden();
+    return (desk.toolMenuView != nullptr &&
+            desk.toolMenuView->frame().containsMouse(event.location)) ||
+           (menuIsOpen && desk.menuTool->getToolMenuRect().containsMouse(event.location));
 }
 
 bool isPress(EventType type)

@@ -2,6 +2,7 @@
 
 #include "canvas/AnnotationCanvasHandler.h"
 #include "platform/values/Event.h"
+#include "session/AnnotationTool.h"
 #include "session/ClientPoint.h"
 #include "session/SessionOutlets.h"
 
@@ -20,6 +21,8 @@ struct RemoteInputDesk {
     AnnotationToolboxWindow *toolbox = nullptr;
     AnnotationOverlayWindow *overlay = nullptr;
     platform::View *toolMenuView = nullptr;
+    /// The tool whose menu may be open.
+    const AnnotationTool *menuTool = nullptr;
     AnnotationCanvasHandler *canvasHandler = nullptr;
     bool isSupportMultiScreen = false;
     std::optional<platform::Screen> displayScreen;

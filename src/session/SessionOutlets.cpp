@@ -71,6 +71,16 @@ void bindViews(platform::LayoutBindings &bindings, SessionOutlets &outlets,
     };
 }
 
+std::function<void(platform::View &)>
+forButtons(const std::function<void(platform::Button &)> &action)
+{
+    return [action](platform::View &sender) {
+        if (auto *button = dynamic_cast<platform::Button *>(&sender)) {
+            action(*button);
+        }
+    };
+}
+
 void connect(SessionOutlets &outlets, const std::shared_ptr<AnnotationsView> &canvas,
              const std::string &path)
 {
@@ -96,7 +106,9 @@ std::shared_ptr<platform::Button> SessionOutlets::button(const std::string &outl
     return found == buttons.end() ? nullptr : found->second;
 }
 
-SessionOutlets loadSessionOutlets(const std::function<void(platform::Button &)> &selectTool)
+SessionOutlets
+loadSessionOutlets(const std::function<void(platform::Button &)> &selectTool,
+                   const std::function<void(platform::Button &)> &selectOthersToolMenu)
 {
     const std::string path = platform::joinPath(
         platform::Platform::current().files().resourceFolder(), "layouts/AnnotationManager.json");
@@ -105,11 +117,8 @@ SessionOutlets loadSessionOutlets(const std::function<void(platform::Button &)> 
     platform::LayoutBindings bindings;
     bindWindows(bindings, outlets);
     bindViews(bindings, outlets, canvas);
-    bindings.actions["selectTool"] = [selectTool](platform::View &sender) {
-        if (auto *button = dynamic_cast<platform::Button *>(&sender)) {
-            selectTool(*button);
-        }
-    };
+    bindings.actions["selectTool"] = forButtons(selectTool);
+    bindings.actions["selectOthersToolMenu"] = forButtons(selectOthersToolMenu);
     platform::loadLayout(readLayout(path), path, bindings);
     connect(outlets, canvas, path);
     return outlets;

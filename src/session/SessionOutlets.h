@@ -29,8 +29,10 @@ struct SessionOutlets {
 };
 
 /// Loads the description from the resource folder. `selectTool` is what a press on a tool's button
-/// does. Throws `platform::Exception` that names the file when it is missing or does not fit.
+/// does, `selectOthersToolMenu` what one on a button of the fixed menu does. Throws
+/// `platform::Exception` that names the file when it is missing or does not fit.
 [[nodiscard]] SessionOutlets
-loadSessionOutlets(const std::function<void(platform::Button &)> &selectTool);
+loadSessionOutlets(const std::function<void(platform::Button &)> &selectTool,
+                   const std::function<void(platform::Button &)> &selectOthersToolMenu);
 
 } // namespace orv

@@ -28,6 +28,11 @@ std::int32_t indexOf(const platform::ArchiveNode &dictionary, const char *key)
     return number ? static_cast<std::int32_t>(number->asInt()) : 0;
 }
 
+void logUnreadable(const std::string &why)
+{
+    logLine(4, fmt::format("{} can't be read: {}", settingsPath(), why));
+}
+
 } // namespace
 
 platform::Data encodeToolSettings(const ToolTable &tools)
@@ -46,37 +51,34 @@ platform::Data encodeToolSettings(const ToolTable &tools)
     return archiver.finishEncoding();
 }
 
-ToolSettings decodeToolSettings(const platform::Data &bytes, const ToolTable &tools)
-{
-    const platform::ClassTable noClasses;
-    platform::KeyedUnarchiver unarchiver(bytes, noClasses);
-    ToolSettings settings;
-    for (const auto &[title, tool] : tools) {
-        if (const auto saved = unarchiver.decodeNode(title)) {
-            settings[title] = {indexOf(*saved, "color"), indexOf(*saved, "size"),
-                               indexOf(*saved, "style")};
-        }
-    }
-    return settings;
-}
-
-void restoreToolSettings(const ToolTable &tools)
+ToolSettingsReader::ToolSettingsReader()
 {
     platform::Files &files = platform::Platform::current().files();
     files.createFolder(AppConstants::instance().DefaultAppDataPath);
-    const auto bytes = files.read(settingsPath(), kLargestSettings);
-    if (!bytes) {
-        return;
+    if (auto bytes = files.read(settingsPath(), kLargestSettings)) {
+        platform::guarded(
+            [&] {
+                unarchiver_ =
+                    std::make_unique<platform::KeyedUnarchiver>(std::move(*bytes), noClasses_);
+            },
+            logUnreadable);
     }
-    platform::guarded(
-        [&] {
-            for (const auto &[title, traits] : decodeToolSettings(*bytes, tools)) {
-                applyTraits(traits, *tools.at(title));
-            }
-        },
-        [](const std::string &why) {
-            logLine(4, fmt::format("{} can't be read: {}", settingsPath(), why));
-        });
+}
+
+std::optional<ToolTraits> ToolSettingsReader::savedSettingsForTool(const std::string &title)
+{
+    std::optional<ToolTraits> traits;
+    if (unarchiver_) {
+        platform::guarded(
+            [&] {
+                if (const auto saved = unarchiver_->decodeNode(title)) {
+                    traits = {indexOf(*saved, "color"), indexOf(*saved, "size"),
+                              indexOf(*saved, "style")};
+                }
+            },
+            logUnreadable);
+    }
+    return traits;
 }
 
 void saveToolSettings(const ToolTable &tools)

@@ -1,27 +1,34 @@
 #pragma once
 
+#include "platform/foundation/KeyedUnarchiver.h"
 #include "platform/foundation/UserInfo.h"
 #include "session/ToolTable.h"
 
-#include <cstdint>
-#include <map>
+#include <memory>
+#include <optional>
 #include <string>
 
 namespace orv {
 
-/// What was chosen for each tool, by the title of its button.
-using ToolSettings = std::map<std::string, ToolTraits>;
+/// Reads "defaults.dat" of the application's private folder while the tools are built.
+///
+/// Thread   main thread, or the host's under the monitor.
+/// Fails    a file that is missing, or can't be read, has no settings; the latter is logged.
+class ToolSettingsReader {
+public:
+    /// Makes the folder if it is missing.
+    ToolSettingsReader();
+
+    /// Nothing for a tool without an entry.
+    [[nodiscard]] std::optional<ToolTraits> savedSettingsForTool(const std::string &title);
+
+private:
+    platform::ClassTable noClasses_;
+    std::unique_ptr<platform::KeyedUnarchiver> unarchiver_;
+};
 
 /// One keyed archive: a dictionary of the three indexes for each drawing tool.
 [[nodiscard]] platform::Data encodeToolSettings(const ToolTable &tools);
-
-/// The settings of these titles that the archive holds. Throws `platform::Exception` for bytes that
-/// are no such archive.
-[[nodiscard]] ToolSettings decodeToolSettings(const platform::Data &bytes, const ToolTable &tools);
-
-/// Reads "defaults.dat" of the application's private folder onto the tools. A file that is missing
-/// or can't be read leaves them as they are; the latter is logged.
-void restoreToolSettings(const ToolTable &tools);
 
 /// Writes it. A file that can't be written is logged.
 void saveToolSettings(const ToolTable &tools);

@@ -1,7 +1,9 @@
 #include "session/ToolTable.h"
 
+#include "session/ToolPictures.h"
+#include "toolbox/DrawingMenuController.h"
+
 #include <array>
-#include <optional>
 
 namespace orv {
 
@@ -22,6 +24,10 @@ constexpr std::array kDrawingColors{fromBytes(0, 0, 0), fromBytes(255, 198, 0),
 constexpr std::array kHighlighterColors{fromBytes(248, 0, 251), fromBytes(246, 255, 0),
                                         fromBytes(0, 228, 255), fromBytes(92, 255, 35),
                                         fromBytes(255, 68, 68)};
+// A stamp's kind travels in the blue of its colour.
+constexpr std::array kStampColors{fromBytes(0, 0, 0), fromBytes(0, 0, 1), fromBytes(0, 0, 2),
+                                  fromBytes(0, 0, 3), fromBytes(0, 0, 4), fromBytes(0, 0, 5)};
+constexpr std::int32_t kStarStamp = 1;
 // Fractions of the display's width; of a stamp, size codes.
 using Sizes = std::array<float, 4>;
 constexpr Sizes kPenSizes{0.002F, 0.005F, 0.01F, 0.02F};
@@ -29,10 +35,9 @@ constexpr Sizes kHighlighterSizes{0.01F, 0.015F, 0.025F, 0.035F};
 constexpr Sizes kEraserSizes{0.005F, 0.05F, 0.075F, 0.1F};
 constexpr Sizes kTextSizes{0.025F, 0.05F, 0.075F, 0.1F};
 constexpr Sizes kStampSizes{1.0F, 2.0F, 3.0F, 4.0F};
-constexpr std::int32_t kStampKinds = 6;
-constexpr std::int32_t kLineStyles = 4;
-// A stamp's kind travels in the blue of its colour.
-constexpr int kStarStamp = 1;
+// Plain, an arrow at the end, arrows at both ends, dashed.
+constexpr std::array<std::int32_t, 4> kLineStyles{0, 1, 2, 3};
+constexpr platform::Point kHotSpot{1.0, 1.0};
 
 struct ToolRow {
     const char *name;
@@ -62,165 +67,90 @@ constexpr std::array kRows{
     ToolRow{"eraseall", annotation_type::none, "eraseallButton", 0},
 };
 
-template <class List>
-auto at(const List &list, std::int32_t index) -> std::optional<typename List::value_type>
+template <class List> auto listOf(const List &values)
 {
-    if (index < 0 || index >= std::ssize(list)) {
-        return std::nullopt;
-    }
-    return list[static_cast<std::size_t>(index)];
+    return std::vector<typename List::value_type>(values.begin(), values.end());
 }
 
-std::optional<Color> colorAt(std::int32_t type, std::int32_t index)
+template <class Menu>
+std::unique_ptr<AnnotationMenuController> menuWith(std::vector<Color> colors, const Sizes &sizes)
+{
+    auto menu = std::make_unique<Menu>();
+    menu->setColorValues(std::move(colors));
+    menu->setSizeValues(listOf(sizes));
+    if constexpr (std::is_same_v<Menu, LineMenuController>) {
+        menu->setStyleValues(listOf(kLineStyles));
+    }
+    return menu;
+}
+
+std::unique_ptr<AnnotationMenuController> menuOf(std::int32_t type)
 {
     switch (type) {
     case annotation_type::highlighter:
-        return at(kHighlighterColors, index);
-    case annotation_type::stamp:
-        return index >= 0 && index < kStampKinds ? std::optional(fromBytes(0, 0, index))
-                                                 : std::nullopt;
-    case annotation_type::eraser:
-        return std::nullopt;
-    default:
-        return at(kDrawingColors, index);
+        return menuWith<DrawingMenuController>(listOf(kHighlighterColors), kHighlighterSizes);
+    case annotation_type::eraser: {
+        auto menu = std::make_unique<EraserMenuController>();
+        menu->setSizeValues(listOf(kEraserSizes));
+        return menu;
     }
-}
-
-std::optional<float> sizeAt(std::int32_t type, std::int32_t index)
-{
-    switch (type) {
-    case annotation_type::highlighter:
-        return at(kHighlighterSizes, index);
-    case annotation_type::eraser:
-        return at(kEraserSizes, index);
     case annotation_type::text:
-        return at(kTextSizes, index);
+        return menuWith<DrawingMenuController>(listOf(kDrawingColors), kTextSizes);
+    case annotation_type::line:
+        return menuWith<LineMenuController>(listOf(kDrawingColors), kPenSizes);
     case annotation_type::stamp:
-        return at(kStampSizes, index);
+        return menuWith<DrawingMenuController>(listOf(kStampColors), kStampSizes);
     default:
-        return at(kPenSizes, index);
+        return menuWith<DrawingMenuController>(listOf(kDrawingColors), kPenSizes);
     }
 }
 
 std::function<void()> actionOf(const std::string &name, const TransientActions &actions)
 {
-    if (name == "undo") {
-        return actions.undoAnnotation;
-    }
-    if (name == "redo") {
-        return actions.redoAnnotation;
-    }
-    if (name == "eraseall") {
-        return actions.clearAnnotationsWithSqueegee;
-    }
-    return [] {};
+    const auto found = actions.find(name);
+    return found == actions.end() ? nullptr : found->second;
 }
 
-std::uint32_t stampOfSubtype(std::uint16_t subtype)
+std::string titleOf(const ToolRow &row, const std::shared_ptr<platform::Button> &button)
 {
-    switch (subtype) {
-    case 2:
-        return 2;
-    case 3:
-        return 0;
-    case 4:
-        return 3;
-    case 5:
-        return 1;
-    case 6:
-        return 5;
-    default:
-        return 4;
-    }
-}
-
-constexpr float kStampSizeOffset = 100.0F;
-constexpr std::uint16_t kArrowSubtype = 2;
-constexpr std::int32_t kSingleArrowStyle = 98;
-constexpr std::int32_t kPlainLineStyle = 99;
-
-// In single precision, as the sizes and colours of requests are.
-double component(std::uint32_t argb, unsigned shift)
-{
-    return static_cast<float>((argb >> shift) & 0xFFU) / 255.0F;
+    return button ? button->title() : row.name;
 }
 
 } // namespace
 
-ToolTable buildToolTable(const SessionOutlets &outlets, const TransientActions &actions)
+ToolTable buildToolTable(const SessionOutlets &outlets,
+                         const std::shared_ptr<AnnotationsView> &canvas,
+                         const TransientActions &actions, const SavedTraits &saved)
 {
     ToolTable tools;
     for (const ToolRow &row : kRows) {
         const auto button = outlets.button(row.button);
-        const auto tool = std::make_shared<AnnotationTool>(row.type, row.name, button);
+        const std::string title = titleOf(row, button);
+        const auto tool =
+            std::make_shared<AnnotationTool>(row.type, row.name, button, picturesOfTool(row.name));
+        tools[title] = tool;
         if (row.type == annotation_type::none) {
             tool->enableTransientSelection(actionOf(row.name, actions));
-        } else {
-            applyTraits({row.color, 0, 0}, *tool);
+            continue;
         }
-        tools[button ? button->title() : row.name] = tool;
+        tool->enableCursorWithImages(cursorsOfTool(row.name), kHotSpot, canvas);
+        tool->setMenuController(menuOf(row.type));
+        applyTraits({row.color, 0, 0}, *tool);
+        if (const auto settings = saved(title)) {
+            applyTraits(*settings, *tool);
+        }
+        tool->enableSelectedImageMirroringToButton(outlets.button("iconButton"));
     }
     return tools;
 }
 
 void applyTraits(const ToolTraits &traits, AnnotationTool &tool)
 {
-    const std::int32_t type = tool.annotationType();
-    if (const auto color = colorAt(type, traits.color)) {
-        tool.setAnnotationColor(*color);
-        tool.selectPrimaryTraitAtIndex(traits.color);
+    if (AnnotationMenuController *menu = tool.menuController()) {
+        menu->selectColorAtIndex(traits.color);
+        menu->selectSizeAtIndex(traits.size);
+        menu->selectStyleAtIndex(traits.style);
     }
-    if (const auto size = sizeAt(type, traits.size)) {
-        tool.setAnnotationSize(*size);
-        tool.selectSecondaryTraitAtIndex(traits.size);
-    }
-    if (type == annotation_type::line && traits.style >= 0 && traits.style < kLineStyles) {
-        tool.setAnnotationStyle(traits.style);
-        tool.selectTertiaryTraitAtIndex(traits.style);
-    }
-}
-
-const char *buttonForDrawType(std::uint16_t type)
-{
-    switch (type) {
-    case 1:
-        return "highlighterButton";
-    case 2:
-        return "eraserButton";
-    case 3:
-        return "rectangleButton";
-    case 4:
-        return "circleButton";
-    case 5:
-        return "textButton";
-    case 6:
-        return "stampButton";
-    case 7:
-        return "lineButton";
-    case 9:
-        return nullptr;
-    default:
-        return "penButton";
-    }
-}
-
-void applyToolRequest(const ToolRequest &request, AnnotationTool &tool)
-{
-    float size = request.size;
-    std::uint32_t argb = request.ARGB;
-    std::int32_t style = 0;
-    if (tool.annotationType() == annotation_type::stamp) {
-        argb = stampOfSubtype(request.subtype);
-        size += kStampSizeOffset;
-    } else if (tool.annotationType() == annotation_type::line) {
-        style = request.subtype == kArrowSubtype ? kSingleArrowStyle : kPlainLineStyle;
-    }
-    tool.setFitMode(false);
-    tool.setAnnotationSize(size);
-    tool.setAnnotationStyle(style);
-    tool.setAnnotationDash(request.spacing != 0);
-    tool.setAnnotationColor(
-        {component(argb, 16), component(argb, 8), component(argb, 0), component(argb, 24)});
 }
 
 } // namespace orv

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "canvas/AnnotationsView.h"
 #include "session/AnnotationTool.h"
 #include "session/SessionOutlets.h"
 
@@ -7,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string>
 
 namespace orv {
@@ -14,16 +16,9 @@ namespace orv {
 /// The seventeen tools by the titles of their buttons.
 using ToolTable = std::map<std::string, std::shared_ptr<AnnotationTool>>;
 
-/// What the transient tools of the table fire.
-struct TransientActions {
-    std::function<void()> undoAnnotation;
-    std::function<void()> redoAnnotation;
-    std::function<void()> clearAnnotationsWithSqueegee;
-};
-
-/// Builds the tools in their order, each with the colour and size it starts with.
-[[nodiscard]] ToolTable buildToolTable(const SessionOutlets &outlets,
-                                       const TransientActions &actions);
+/// What the transient tools of the table fire, by the tool's name. One that is missing does nothing
+/// but toggle its menu.
+using TransientActions = std::map<std::string, std::function<void()>>;
 
 /// The colour, size and style that were chosen for a tool, as indexes into its lists.
 struct ToolTraits {
@@ -32,23 +27,17 @@ struct ToolTraits {
     std::int32_t style = 0;
 };
 
-/// Gives the tool what the indexes stand for. A tool without such a list, and an index outside it,
-/// leaves the value as it is.
+/// What was saved for a tool, by the title of its button.
+using SavedTraits = std::function<std::optional<ToolTraits>(const std::string &title)>;
+
+/// Builds the tools in their order. A drawing tool takes what `saved` says of it, else the colour
+/// and size it starts with; its menu sets them. `canvas` is the one that shows the cursors.
+[[nodiscard]] ToolTable buildToolTable(const SessionOutlets &outlets,
+                                       const std::shared_ptr<AnnotationsView> &canvas,
+                                       const TransientActions &actions, const SavedTraits &saved);
+
+/// Tells the tool's menu the indexes. A tool without such a list, and an index outside it, leaves
+/// the value as it is.
 void applyTraits(const ToolTraits &traits, AnnotationTool &tool);
-
-/// A client's request for a tool, as a draw type record carries it.
-struct ToolRequest {
-    std::uint16_t type = 0;
-    std::uint16_t subtype = 0;
-    float size = 0.0F;
-    std::uint16_t spacing = 0;
-    /// Alpha in the top byte.
-    std::uint32_t ARGB = 0;
-};
-
-/// The outlet of the button that a draw type asks for; null for 9, the laser pointer.
-[[nodiscard]] const char *buttonForDrawType(std::uint16_t type);
-/// Puts what the request says onto the tool, for good in points: `fitMode` is off afterwards.
-void applyToolRequest(const ToolRequest &request, AnnotationTool &tool);
 
 } // namespace orv

@@ -38,6 +38,7 @@ TEST_F(SessionDesk, ThereAreSeventeenToolsWithTheirStartValues)
     expect("text", 7, bytes(220, 0, 0), 0.025F);
     expect("line", 8, bytes(0, 144, 255), 0.002F);
     expect("stamp", 9, bytes(0, 0, 1), 1.0F);
+    EXPECT_EQ(tools.at("line")->annotationStyle(), 0);
     for (const char *name : {"more", "savess", "snapshot", "gallery", "undo", "redo", "closess",
                              "flipchart", "eraseall"}) {
         EXPECT_TRUE(tools.at(name)->transient()) << name;

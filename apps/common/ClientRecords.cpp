@@ -35,15 +35,6 @@ struct ClientPoint {
     double y = 0.0;
 };
 
-void putBigEndian32(stCommand_mgs &record, std::size_t offset, std::uint32_t value)
-{
-    constexpr unsigned bitsOfAByte = 8;
-    for (unsigned i = 0; i < sizeof value; ++i) {
-        record.ext.at(offset + i) =
-            static_cast<std::uint8_t>(value >> (bitsOfAByte * (sizeof value - 1 - i)));
-    }
-}
-
 stCommand_mgs mouseRecord(std::uint16_t pluginID, std::uint32_t action, ClientPoint point)
 {
     constexpr unsigned halfWord = 16;
@@ -51,9 +42,7 @@ stCommand_mgs mouseRecord(std::uint16_t pluginID, std::uint32_t action, ClientPo
     const auto y = static_cast<std::uint32_t>(std::lround(point.y));
     stCommand_mgs record;
     record.pluginID = pluginID;
-    record.wparam = pluginID >= kFirstOfSecondGeneration && pluginID <= kLastOfSecondGeneration
-                        ? kMouse2
-                        : kMouse1;
+    record.wparam = isSecondGeneration(pluginID) ? kMouse2 : kMouse1;
     record.lparam = action;
     // A first word of 0 says that the second one carries both coordinates.
     putBigEndian32(record, 0, x);
@@ -87,6 +76,20 @@ double length(ClientPoint from, ClientPoint to)
 }
 
 } // namespace
+
+bool isSecondGeneration(std::uint16_t pluginID)
+{
+    return pluginID >= kFirstOfSecondGeneration && pluginID <= kLastOfSecondGeneration;
+}
+
+void putBigEndian32(stCommand_mgs &record, std::size_t offset, std::uint32_t value)
+{
+    constexpr unsigned bitsOfAByte = 8;
+    for (unsigned i = 0; i < sizeof value; ++i) {
+        record.ext.at(offset + i) =
+            static_cast<std::uint8_t>(value >> (bitsOfAByte * (sizeof value - 1 - i)));
+    }
+}
 
 stCommand_mgs clientRecord(const Json &argument, std::uint16_t defaultPluginID)
 {

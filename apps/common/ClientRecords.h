@@ -22,7 +22,12 @@ recordFromBytes(std::span<const std::uint8_t, sizeof(stCommand_mgs)> bytes);
 [[nodiscard]] std::string hexText(std::span<const std::uint8_t> bytes);
 [[nodiscard]] std::string hexText(const stCommand_mgs &record);
 
-/// A record that is handed over some time after the start of a stroke.
+/// Plug-ins 16 to 18 have numbers of their own for what they send.
+[[nodiscard]] bool isSecondGeneration(std::uint16_t pluginID);
+/// `offset` counts from the start of `ext`; throws `std::out_of_range` for one that does not fit.
+void putBigEndian32(stCommand_mgs &record, std::size_t offset, std::uint32_t value);
+
+/// A record that is handed over some time after the start of a stroke or of a text.
 struct TimedRecord {
     double seconds = 0.0;
     stCommand_mgs record;

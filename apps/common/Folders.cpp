@@ -29,7 +29,7 @@ std::string resourceFolder()
     std::error_code error;
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
     const fs::path installed = program.parent_path().parent_path() / "share/OrvAnnotation";
-    return !error && fs::is_directory(installed, error) ? installed.string() : ORV_SOURCE_RESOURCES;
+    return !error && fs::is_directory(installed, error) ? installed.string() : ORV_BUILT_RESOURCES;
 }
 
 } // namespace orv::apps

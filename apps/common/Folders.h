@@ -9,7 +9,7 @@ namespace orv::apps {
 /// Where `path`, relative to `folder`, leads; empty when that is not below the folder. An absolute
 /// path has to lie below the folder as well. `folder` is a plain path.
 [[nodiscard]] std::string pathBelow(const std::string &folder, const std::string &path);
-/// Where layouts, pictures and lessons lie: beside the installed program, else in the source tree.
+/// Where layouts, pictures and lessons lie: beside the installed program, else in the build tree.
 [[nodiscard]] std::string resourceFolder();
 
 } // namespace orv::apps

@@ -22,6 +22,7 @@ constexpr std::array kCommands{
     CommandSyntax{"host", {}},
     CommandSyntax{"record", {}},
     CommandSyntax{"stroke", {}},
+    CommandSyntax{"type", {}},
     CommandSyntax{"packet", {}},
     CommandSyntax{"wait", {}},
     CommandSyntax{"mouse", {"at", "flags"}},

@@ -1,6 +1,6 @@
 #include "orv-replay/CanvasState.h"
 
-#include "canvas/PathAnnotation.h"
+#include "orv-replay/AnnotationState.h"
 #include "orv-replay/SessionState.h"
 
 #include <array>
@@ -12,20 +12,6 @@ namespace {
 constexpr std::array kModes{AnnotationsView::annotationModeKeyStandard,
                             AnnotationsView::annotationModeKeySnapshot,
                             AnnotationsView::annotationModeKeyFlipchart};
-
-OutputJson pathState(const platform::Path &path)
-{
-    OutputJson elements = OutputJson::array();
-    path.forEach([&elements](const platform::Path::Element &element) {
-        OutputJson item = OutputJson::array({static_cast<int>(element.type)});
-        for (int i = 0; i < platform::pointCount(element.type); ++i) {
-            item.push_back(element.points[i].x);
-            item.push_back(element.points[i].y);
-        }
-        elements.push_back(std::move(item));
-    });
-    return elements;
-}
 
 OutputJson listState(const CanvasDocument::List &list)
 {
@@ -60,7 +46,19 @@ void addDocument(OutputJson &state, const CanvasDocument &document)
     state["undoHistory"] = std::move(undone);
 }
 
-OutputJson canvasState(const AnnotationOverlayWindow &window)
+OutputJson pathOrNull(const std::string &path, const std::string &home)
+{
+    return path.empty() ? OutputJson(nullptr) : OutputJson(relativePath(path, home));
+}
+
+void addPaths(OutputJson &state, const CanvasPaths &paths, const std::string &home)
+{
+    state["snapshotImageFilePath"] = pathOrNull(paths.snapshotImageFilePath, home);
+    state["flipchartImageFilePath"] = pathOrNull(paths.flipchartImageFilePath, home);
+    state["backdropImageFilePath"] = pathOrNull(paths.backdropImageFilePath, home);
+}
+
+OutputJson canvasState(const AnnotationOverlayWindow &window, const std::string &home)
 {
     const AnnotationsView &view = *window.annotationsView();
     const std::string &mode = view.annotationModeKey();
@@ -77,35 +75,20 @@ OutputJson canvasState(const AnnotationOverlayWindow &window)
                      {"isHidden", view.isHidden()},
                      {"currentBackdrop", view.currentBackdrop()},
                      {"currentTool", toolName(view.currentTool().get())}};
+    addPaths(state, view.paths(), home);
     addDocument(state, view.document());
     return state;
 }
 
 } // namespace
 
-OutputJson canvasesState(const AnnotationManager &manager)
+OutputJson canvasesState(const AnnotationManager &manager, const std::string &home)
 {
     OutputJson state = OutputJson::array();
     if (const AnnotationCanvasHandler *handler = manager.canvasHandler()) {
         for (const auto &[id, window] : handler->canvasDict()) {
-            state.push_back(canvasState(*window));
+            state.push_back(canvasState(*window, home));
         }
-    }
-    return state;
-}
-
-OutputJson annotationState(const Annotation &annotation)
-{
-    OutputJson state{{"annotationType", annotation.annotationType()},
-                     {"class", annotation.className()},
-                     {"annotationSize", annotation.annotationSize()},
-                     {"annotationStyle", annotation.annotationStyle()},
-                     {"blendMode", static_cast<std::int32_t>(annotation.blendMode())},
-                     {"color", colorState(annotation.color())},
-                     {"dashMode", annotation.dashMode()},
-                     {"isActive", annotation.isActive()}};
-    if (const auto *stroke = dynamic_cast<const PathAnnotation *>(&annotation)) {
-        state["path"] = pathState(stroke->path());
     }
     return state;
 }

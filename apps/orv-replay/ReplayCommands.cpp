@@ -5,6 +5,7 @@
 #include "common/ClientRecords.h"
 #include "common/Folders.h"
 #include "common/ScriptError.h"
+#include "common/TypedText.h"
 #include "orv-replay/ControllerCalls.h"
 #include "orv-replay/InputCommands.h"
 #include "orv-replay/ReplaySession.h"
@@ -39,10 +40,8 @@ void runRecord(ReplaySession &session, const Json &line)
     }
 }
 
-void runStroke(ReplaySession &session, const Json &line)
+void handOver(ReplayHost &host, const std::vector<TimedRecord> &records)
 {
-    ReplayHost &host = session.host();
-    const auto records = strokeRecords(line.at("stroke"), host.plugin());
     platform::VirtualMainThread &mainThread = host.platform().mainThread();
     const double start = mainThread.now();
     for (const TimedRecord &timed : records) {
@@ -51,6 +50,18 @@ void runStroke(ReplaySession &session, const Json &line)
             controller->CommandClient2App(timed.record);
         }
     }
+}
+
+void runStroke(ReplaySession &session, const Json &line)
+{
+    ReplayHost &host = session.host();
+    handOver(host, strokeRecords(line.at("stroke"), host.plugin()));
+}
+
+void runType(ReplaySession &session, const Json &line)
+{
+    ReplayHost &host = session.host();
+    handOver(host, typedRecords(line.at("type"), host.plugin()));
 }
 
 void runPacket(ReplaySession &session, const Json &line)
@@ -168,25 +179,13 @@ void runNote(ReplaySession &session, const Json &line)
 const std::map<std::string, ReplayCommand, std::less<>> &commands()
 {
     static const std::map<std::string, ReplayCommand, std::less<>> table{
-        {"host", runHost},
-        {"record", runRecord},
-        {"stroke", runStroke},
-        {"packet", runPacket},
-        {"wait", runWait},
-        {"mouse", runMouse},
-        {"key", runKey},
-        {"click", runClick},
-        {"call", runCall},
-        {"post", runPost},
-        {"displays", runDisplays},
-        {"front", runFront},
-        {"running", runRunning},
-        {"accessibility", runAccessibility},
-        {"freeBytes", runFreeBytes},
-        {"age", runAge},
-        {"screenshot", runScreenshot},
-        {"state", runState},
-        {"note", runNote},
+        {"host", runHost},           {"record", runRecord},   {"stroke", runStroke},
+        {"type", runType},           {"packet", runPacket},   {"wait", runWait},
+        {"mouse", runMouse},         {"key", runKey},         {"click", runClick},
+        {"call", runCall},           {"post", runPost},       {"displays", runDisplays},
+        {"front", runFront},         {"running", runRunning}, {"accessibility", runAccessibility},
+        {"freeBytes", runFreeBytes}, {"age", runAge},         {"screenshot", runScreenshot},
+        {"state", runState},         {"note", runNote},
     };
     return table;
 }

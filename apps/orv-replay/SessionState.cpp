@@ -6,12 +6,6 @@ namespace orv::apps {
 
 namespace {
 
-std::string relativePath(const std::string &path, const std::string &home)
-{
-    const std::string prefix = home + "/";
-    return path.starts_with(prefix) ? path.substr(prefix.size()) : path;
-}
-
 OutputJson toolState(const AnnotationTool &tool)
 {
     return {{"annotationType", tool.annotationType()},
@@ -28,6 +22,12 @@ OutputJson toolState(const AnnotationTool &tool)
 }
 
 } // namespace
+
+std::string relativePath(const std::string &path, const std::string &home)
+{
+    const std::string prefix = home + "/";
+    return path.starts_with(prefix) ? path.substr(prefix.size()) : path;
+}
 
 OutputJson controllerState(const ControllerState &state)
 {

@@ -18,6 +18,8 @@ namespace orv::apps {
 
 /// The tool's name, or null.
 [[nodiscard]] OutputJson toolName(const CanvasTool *tool);
+/// Relative to `home` where below it.
+[[nodiscard]] std::string relativePath(const std::string &path, const std::string &home);
 /// [r, g, b, a]
 [[nodiscard]] OutputJson colorState(const platform::Color &color);
 

@@ -20,7 +20,7 @@ OutputJson stateReport(ReplayHost &host)
         if (const AnnotationManager *manager = parts.m_annotationManager.get()) {
             state["manager"] = managerState(*manager);
             state["tools"] = toolsState(manager->tools());
-            state["canvases"] = canvasesState(*manager);
+            state["canvases"] = canvasesState(*manager, host.folders().home);
         }
     }
     state["windows"] = windowsState(host.platform().windowServer());

@@ -1,6 +1,7 @@
 #include "orv-replay/WindowState.h"
 
 #include "platform/views/Button.h"
+#include "platform/views/ImageView.h"
 #include "platform/views/Window.h"
 
 namespace orv::apps {
@@ -10,6 +11,18 @@ namespace {
 OutputJson rectState(const platform::Rect &rect)
 {
     return OutputJson::array({rect.origin.x, rect.origin.y, rect.size.width, rect.size.height});
+}
+
+/// The name of the picture that a button or an image view shows, or null.
+OutputJson imageName(const platform::View &view)
+{
+    platform::PictureResourcePtr image;
+    if (const auto *button = dynamic_cast<const platform::Button *>(&view)) {
+        image = button->image();
+    } else if (const auto *imageView = dynamic_cast<const platform::ImageView *>(&view)) {
+        image = imageView->image();
+    }
+    return image ? OutputJson(image->name()) : OutputJson(nullptr);
 }
 
 OutputJson viewState(const platform::View &view)
@@ -28,6 +41,7 @@ OutputJson viewState(const platform::View &view)
             {"alpha", view.alpha()},
             {"rotation", view.frameRotation()},
             {"title", button == nullptr ? OutputJson(nullptr) : OutputJson(button->title())},
+            {"image", imageName(view)},
             {"enabled", button == nullptr ? OutputJson(nullptr) : OutputJson(button->isEnabled())},
             {"subviews", std::move(below)}};
 }

@@ -5,6 +5,7 @@
 #include "common/Folders.h"
 #include "common/ScriptCommand.h"
 #include "common/ScriptError.h"
+#include "common/TypedText.h"
 
 #include <fmt/format.h>
 
@@ -29,7 +30,9 @@ public:
         } else if (command == "record") {
             addStep(clientRecord(line.at(command), pluginID()));
         } else if (command == "stroke") {
-            addStroke(line.at(command));
+            addRecords(strokeRecords(line.at(command), pluginID()));
+        } else if (command == "type") {
+            addRecords(typedRecords(line.at(command), pluginID()));
         } else if (command == "wait") {
             addWait(asNumber(line.at(command), command));
         } else if (command == "note") {
@@ -39,7 +42,7 @@ public:
         } else {
             throw ScriptError(
                 fmt::format("\"{}\" has no meaning on a real desktop; there is host, record, "
-                            "stroke, wait, note and screenshot",
+                            "stroke, type, wait, note and screenshot",
                             command));
         }
     }
@@ -74,10 +77,10 @@ private:
         lesson_.host.plugin = plugin_.value_or(pluginID());
     }
 
-    void addStroke(const Json &argument)
+    void addRecords(const std::vector<TimedRecord> &records)
     {
         const double start = lesson_.seconds;
-        for (const TimedRecord &timed : strokeRecords(argument, pluginID())) {
+        for (const TimedRecord &timed : records) {
             lesson_.seconds = start + timed.seconds;
             addStep(timed.record);
         }

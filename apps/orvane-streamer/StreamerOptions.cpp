@@ -65,7 +65,7 @@ const char *streamerHelp()
            "Annotates this desktop as a remote client asks, and prints what is told to the "
            "client.\n"
            "Without --listen it plays a lesson: a session script of the commands host, record,\n"
-           "stroke, wait, note and screenshot.\n"
+           "stroke, type, wait, note and screenshot.\n"
            "\n"
            "  --plugin N     the plug-in to be (default: what the lesson says, else 17)\n"
            "  --lesson FILE  the lesson to play (default: the first lesson)\n"

@@ -1,15 +1,17 @@
 #include "Replay.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <filesystem>
 #include <fstream>
 #include <sstream>
+#include <string>
+#include <vector>
 
 namespace orv::apps::test {
 namespace {
 
-TEST(FirstLesson, endsWithOneTickOnAWipedBoard)
+TEST(FirstLesson, wipesItsTheoremAndEndsWithEveryToolUnderATick)
 {
     std::ifstream file(ORV_LESSON);
     std::stringstream script;
@@ -19,16 +21,26 @@ TEST(FirstLesson, endsWithOneTickOnAWipedBoard)
 
     ASSERT_EQ(replay.status(), 0) << replay.errors();
     const Json &canvas = replay.state().at("canvases").at(0);
-    const Json &annotations = annotationsOf(replay.state());
-    ASSERT_EQ(annotations.size(), 1U);
-    EXPECT_EQ(annotations.at(0).at("class"), "PencilAnnotation");
-    EXPECT_EQ(annotations.at(0).at("annotationSize"), 12.0);
+    std::vector<std::string> classes;
+    for (const Json &annotation : annotationsOf(replay.state())) {
+        classes.push_back(annotation.at("class"));
+    }
+    const std::string stamp = "StampAnnotation";
+    EXPECT_THAT(classes,
+                ::testing::ElementsAre("RectangleAnnotation", "EllipseAnnotation", "LineAnnotation",
+                                       "LineAnnotation", stamp, stamp, stamp, stamp, stamp, stamp,
+                                       "TextAnnotation", "HighlighterAnnotation",
+                                       "EraserAnnotation", "EraserAnnotation", "PencilAnnotation"));
+    const Json &text = annotationsOf(replay.state()).at(10);
+    EXPECT_EQ(text.at("lines"), Json::parse(R"(["Begin with the plan.", "Never without it!"])"));
     const Json &cleared = canvas.at("clearedScreens").at("AnnotationModeStandard");
     ASSERT_EQ(cleared.size(), 1U);
     EXPECT_EQ(cleared.at(0).size(), 18U);
     EXPECT_EQ(cleared.at(0).at(15).at("class"), "HighlighterAnnotation");
-    EXPECT_TRUE(std::filesystem::exists(replay.out("first-lesson-theorem.png")));
-    EXPECT_TRUE(std::filesystem::exists(replay.out("first-lesson-end.png")));
+    for (const char *picture :
+         {"first-lesson-theorem.png", "first-lesson-tools.png", "first-lesson-end.png"}) {
+        EXPECT_TRUE(std::filesystem::exists(replay.out(picture))) << picture;
+    }
 }
 
 } // namespace

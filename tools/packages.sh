@@ -1,15 +1,16 @@
 # Sourced by ./test and ./run: which Debian packages each needs, and how they get here.
 
 build_packages=(
-    ccache cmake g++ libbsd-dev libfmt-dev libx11-dev libxcb1-dev libxcb-shape0-dev
-    libxcb-xfixes0-dev ninja-build nlohmann-json3-dev pkg-config qt6-base-dev
+    ccache cmake g++ libbsd-dev libfmt-dev libx11-dev libxcb1-dev libxcb-composite0-dev
+    libxcb-shape0-dev libxcb-shm0-dev libxcb-xfixes0-dev ninja-build nlohmann-json3-dev
+    pkg-config qt6-base-dev qt6-svg-dev
 )
 desktop_packages=(
-    fonts-urw-base35 hsetroot openbox picom x11-utils xdg-user-dirs xvfb
+    fonts-dejavu-core fonts-urw-base35 hsetroot openbox picom x11-utils xdg-user-dirs xvfb
 )
 test_packages=(
     clang-14 clang-format-14 clang-tidy-14 libbenchmark-dev libclang-rt-14-dev libgmock-dev
-    libgtest-dev libxcb-xtest0-dev python3 x11-xserver-utils
+    libgtest-dev libxcb-xtest0-dev python3 python3-pil x11-xserver-utils
 )
 
 # install_packages NAME...: those that are missing; says what to do where that is not possible.

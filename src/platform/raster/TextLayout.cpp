@@ -65,9 +65,9 @@ TextLayout::TextLayout(std::u16string_view text, const Font &font, TextAlignment
     const int pixelSize = static_cast<int>(std::ceil(font.size));
     unit_ = font.size / pixelSize;
     const QFont face = toolkitFont(font, pixelSize);
-    QTextOption option(toolkitAlignment(alignment));
-    option.setWrapMode(width > 0.0 ? QTextOption::WrapAtWordBoundaryOrAnywhere
-                                   : QTextOption::NoWrap);
+    const bool hasWidth = width > 0.0;
+    QTextOption option(hasWidth ? toolkitAlignment(alignment) : Qt::AlignLeft);
+    option.setWrapMode(hasWidth ? QTextOption::WrapAtWordBoundaryOrAnywhere : QTextOption::NoWrap);
 
     const QString whole(reinterpret_cast<const QChar *>(text.data()),
                         static_cast<qsizetype>(text.size()));
@@ -92,9 +92,11 @@ void TextLayout::breakLines(QTextLayout &layout, double width)
         line.setLineWidth(available);
         const double baseline = lineCount_ * lineHeight + kAscent * font_.size / unit_;
         line.setPosition({0.0, baseline - line.ascent()});
-        const QRectF inked = line.naturalTextRect();
         size_.width = std::max(size_.width, line.naturalTextWidth() * unit_);
-        end_ = {inked.right() * unit_, baseline * unit_};
+        // Spaces that hang over the width count only for the cursor, which stops at the edge; in
+        // a line from right to left that stands at the other end.
+        const double cursor = line.cursorToX(line.textStart() + line.textLength());
+        end_ = {std::max(line.naturalTextRect().right(), cursor) * unit_, baseline * unit_};
         ++lineCount_;
     }
     layout.endLayout();

@@ -22,15 +22,16 @@ class TextLayout {
 public:
     /// Breaks at line feeds only; so it is measured.
     TextLayout(std::u16string_view text, const Font &font);
-    /// Breaks at `width`, too, where it is above 0.
+    /// Breaks at `width`, too, where it is above 0; else all lines begin at the left.
     TextLayout(std::u16string_view text, const Font &font, TextAlignment alignment, double width);
     ~TextLayout();
     TextLayout(const TextLayout &) = delete;
     TextLayout &operator=(const TextLayout &) = delete;
 
-    /// Width of the widest line and height of all of them.
+    /// Width of the widest line, spaces at its end included, and height of all of them. Without
+    /// height the font has no size, and there is nothing to paint.
     [[nodiscard]] Size size() const { return size_; }
-    /// Where the baseline of the last line ends.
+    /// Where the baseline of the last line ends on the right, after its last space.
     [[nodiscard]] Point end() const { return end_; }
     /// With the painter's pen, transform and clip.
     void paint(QPainter &painter) const;

@@ -80,7 +80,7 @@ void dispatch(benchmark::State &state)
     std::string home = (std::filesystem::temp_directory_path() / "orv-bench-XXXXXX").string();
     platform::VirtualSettings settings;
     settings.home = ::mkdtemp(home.data());
-    settings.resources = ORV_SOURCE_DIR "/resources";
+    settings.resources = ORV_BUILT_RESOURCES;
     {
         platform::VirtualPlatform desk(settings);
         platform::Platform::install(&desk);

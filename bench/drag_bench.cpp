@@ -106,7 +106,7 @@ private:
     {
         platform::VirtualSettings settings;
         settings.home = home;
-        settings.resources = ORV_SOURCE_DIR "/resources";
+        settings.resources = ORV_BUILT_RESOURCES;
         settings.displays = {{1, platform::Rect::make(0.0, 0.0, 1920.0, 1080.0), 1.0}};
         return settings;
     }

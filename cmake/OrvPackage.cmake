@@ -26,9 +26,9 @@ target_link_libraries(OrvAnnotation PRIVATE ${orv_parts})
 install(TARGETS OrvAnnotation EXPORT OrvAnnotationTargets)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/OrvAnnotation TYPE INCLUDE FILES_MATCHING
         PATTERN "*.h")
-install(DIRECTORY ${PROJECT_SOURCE_DIR}/resources/
+install(DIRECTORY ${ORV_BUILT_RESOURCES}/
         DESTINATION ${CMAKE_INSTALL_DATADIR}/OrvAnnotation
-        PATTERN "CMakeLists.txt" EXCLUDE)
+        PATTERN "contact-sheet.png" EXCLUDE)
 
 set(orv_package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/OrvAnnotation)
 install(EXPORT OrvAnnotationTargets NAMESPACE OrvAnnotation:: DESTINATION ${orv_package_folder})

@@ -1,5 +1,7 @@
 # One static library a folder, one test program a folder: both take every source of their folder.
 
+include(${CMAKE_CURRENT_LIST_DIR}/OrvResources.cmake)
+
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -76,7 +78,7 @@ function(orv_test name)
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-    target_compile_definitions(${name} PRIVATE ORV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    orv_use_resources(${name})
     if(ORV_PCH)
         target_precompile_headers(${name} REUSE_FROM orv_test_pch)
     endif()
@@ -103,7 +105,7 @@ function(orv_fuzz name)
     add_executable(${name} ${name}.cpp)
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
     target_link_options(${name} PRIVATE -fsanitize=fuzzer)
-    target_compile_definitions(${name} PRIVATE ORV_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+    orv_use_resources(${name})
     add_test(NAME ${name} COMMAND ${name} -max_total_time=${ORV_FUZZ_SECONDS} -timeout=10
                                   -print_final_stats=1 -artifact_prefix=${CMAKE_CURRENT_BINARY_DIR}/${name}- ${found}
                                   ${corpus})

@@ -33,7 +33,7 @@ platform::VirtualSettings deskSettings()
     static const std::string home = makeHome();
     platform::VirtualSettings settings;
     settings.home = home;
-    settings.resources = ORV_SOURCE_DIR "/resources";
+    settings.resources = ORV_BUILT_RESOURCES;
     // Small, so that time goes into records and not into pixels.
     settings.displays = {{1, platform::Rect::make(0.0, 0.0, 160.0, 120.0), 1.0},
                          {2, platform::Rect::make(160.0, 0.0, 80.0, 60.0), 1.0}};

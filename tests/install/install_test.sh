@@ -30,7 +30,7 @@ expect_line '^sent 8000 0 show 1$'
 expect_line '^sent 8000 0 show 0$'
 
 for file in bin/orv-replay bin/orvane-streamer include/OrvAnnotation/AnnotationController.h \
-    share/OrvAnnotation/lessons/first-lesson.jsonl; do
+    share/OrvAnnotation/lessons/first-lesson.jsonl share/OrvAnnotation/pictures/pen_black_f_d@2x.png; do
     [[ -e $work/prefix/$file ]] || {
         echo "install_test: $file was not installed" >&2
         exit 1

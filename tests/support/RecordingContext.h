@@ -49,6 +49,12 @@ public:
     {
         add("fill rect {} operation {}", text(rect), static_cast<int>(operation));
     }
+    void fillPattern(const platform::Rect &rect, const platform::ImagePtr &image,
+                     platform::CompositingOperation operation) override
+    {
+        add("pattern {}x{} in {} operation {}", image->width(), image->height(), text(rect),
+            static_cast<int>(operation));
+    }
     void drawImage(const platform::ImagePtr &image, const platform::Rect &rect,
                    platform::CompositingOperation operation, double fraction) override
     {

@@ -32,7 +32,7 @@ inline platform::VirtualSettings deskSettings(const std::string &home)
 {
     platform::VirtualSettings settings;
     settings.home = home;
-    settings.resources = ORV_SOURCE_DIR "/resources";
+    settings.resources = ORV_BUILT_RESOURCES;
     return settings;
 }
 

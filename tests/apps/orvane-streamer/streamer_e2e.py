@@ -15,6 +15,8 @@ import tempfile
 import unittest
 from pathlib import Path
 
+from PIL import Image
+
 SECONDS = 60
 RECORD = struct.Struct("<HHII52s")
 
@@ -185,19 +187,20 @@ class StreamerTest(unittest.TestCase):
         printed = "\n".join(streamer.lines)
         self.assertRegex(printed, r"(?m)^\d+\.\d{3} s  undo and redo: 18 to undo, 0 to redo$")
         self.assertIn("the lesson is over", printed)
-        for name in ("first-lesson-theorem.png", "first-lesson-end.png"):
+        names = ("first-lesson-theorem.png", "first-lesson-tools.png", "first-lesson-end.png")
+        for name in names:
             self.assertIn(f"picture of the screen: {self.folder}/pictures/{name}", printed)
-        theorem = self.colour_at("first-lesson-theorem.png", 600, 700)
+        theorem = self.colour_at(names[0], 600, 700)
         self.assertEqual(theorem, (0x00, 0x90, 0xFF))
-        self.assertNotEqual(self.colour_at("first-lesson-end.png", 600, 700), theorem)
-        self.assertEqual(self.colour_at("first-lesson-end.png", 855, 634)[1], 0xD5)
+        self.assertNotEqual(self.colour_at(names[1], 600, 700), theorem)
+        self.assertEqual(self.colour_at(names[1], 300, 380), (0x00, 0x90, 0xFF))
+        self.assertNotEqual(self.colour_at(names[1], 480, 382), self.colour_at(names[2], 480, 382))
+        self.assertEqual(self.colour_at(names[2], 855, 634)[1], 0xD5)
 
     def colour_at(self, name, x, y):
         picture = self.folder / "pictures" / name
-        text = subprocess.check_output(
-            ["convert", str(picture), "-crop", f"1x1+{x}+{y}", "-depth", "8", "rgb:-"]
-        )
-        return tuple(text)
+        with Image.open(picture) as image:
+            return image.convert("RGB").getpixel((x, y))
 
     def test_a_lesson_is_left_early_by_a_signal(self):
         streamer = self.start("--out", str(self.folder))

@@ -1,3 +1,5 @@
+#include "annotations/FigureAnnotations.h"
+#include "canvas/CanvasArchive.h"
 #include "platform/foundation/ClassTable.h"
 #include "platform/foundation/Exception.h"
 #include "platform/foundation/KeyedUnarchiver.h"
@@ -7,6 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -70,7 +73,7 @@ void readScope(KeyedUnarchiver &coder)
     }
 }
 
-class Annotation : public Archivable {
+class AnyAnnotation : public Archivable {
 public:
     [[nodiscard]] std::vector<std::string> archiveClassNames() const override
     {
@@ -86,7 +89,7 @@ public:
         checksum += coder.decodeString("title").value_or("").size();
         checksum += coder.decodeData("picture").value_or(Data{}).size();
         readScope(coder);
-        return std::make_shared<Annotation>();
+        return std::make_shared<AnyAnnotation>();
     }
 };
 
@@ -95,11 +98,52 @@ const ClassTable &classes()
     static const ClassTable table = [] {
         ClassTable made;
         for (const char *name : {"Annotation", "PencilAnnotation", "TextAnnotation"}) {
-            made.add(name, &Annotation::decode);
+            made.add(name, &AnyAnnotation::decode);
         }
         return made;
     }();
     return table;
+}
+
+orv::CanvasDocument documentOf(const orv::SavedLists &lists)
+{
+    orv::CanvasDocument document;
+    document.setAnnotations("", lists.annotations);
+    document.setClearedScreens(
+        "", lists.clearedScreens.value_or(orv::CanvasDocument::ClearedScreens{}));
+    document.setUndoHistory("", lists.undoHistory);
+    return document;
+}
+
+std::array<std::size_t, 3> countsOf(const orv::SavedLists &lists)
+{
+    const orv::CanvasDocument document = documentOf(lists);
+    return {document.annotationCount(""), document.clearedScreenCount(""),
+            document.undoHistoryCount("")};
+}
+
+std::optional<orv::SavedCanvas> readCanvas(const std::uint8_t *bytes, std::size_t size)
+{
+    try {
+        return orv::decodeCanvas(Data(bytes, bytes + size));
+    } catch (const Exception &) {
+        return std::nullopt;
+    }
+}
+
+/// What was read can be written, and comes back with as much in each list.
+void writeAndReadAgain(const orv::SavedCanvas &saved)
+{
+    orv::FrozenCanvas canvas;
+    canvas.annotationModeKey = saved.annotationModeKey;
+    canvas.standard = orv::frozenLists(documentOf(saved.standard), "");
+    canvas.current = orv::frozenLists(documentOf(saved.current), "");
+    const orv::SavedCanvas again = orv::decodeCanvas(orv::encodeDefaultData(canvas));
+    if (countsOf(again.standard) != countsOf(saved.standard) ||
+        countsOf(again.current) != countsOf(saved.current) ||
+        again.annotationModeKey != saved.annotationModeKey) {
+        std::abort();
+    }
 }
 
 } // namespace
@@ -113,5 +157,15 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *bytes, std::size_t siz
     } catch (const Exception &) {
         checksum += 1;
     }
+    if (const auto saved = readCanvas(bytes, size)) {
+        writeAndReadAgain(*saved);
+    }
+    return 0;
+}
+
+extern "C" int LLVMFuzzerInitialize(int * /*argc*/, char *** /*argv*/)
+{
+    orv::registerStrokeAnnotations(orv::AnnotationRegistry::shared());
+    orv::registerFigureAnnotations(orv::AnnotationRegistry::shared());
     return 0;
 }

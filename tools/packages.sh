@@ -10,7 +10,7 @@ desktop_packages=(
 )
 test_packages=(
     clang-14 clang-format-14 clang-tidy-14 libbenchmark-dev libclang-rt-14-dev libgmock-dev
-    libgtest-dev libxcb-xtest0-dev python3 python3-pil x11-xserver-utils
+    libgtest-dev libxcb-xtest0-dev python3 x11-xserver-utils
 )
 
 # install_packages NAME...: those that are missing; says what to do where that is not possible.

@@ -48,6 +48,11 @@ void LineAnnotation::encodeWithCoder(platform::KeyedArchiver &coder) const
     coder.encodeInt("lineType", annotationStyle());
 }
 
+bool LineAnnotation::isSettled() const
+{
+    return ShapeAnnotation::isSettled() && (dashMode() || annotationStyle() != line_style::dashed);
+}
+
 void LineAnnotation::draw(platform::GraphicsContext &context)
 {
     switch (annotationStyle()) {
@@ -59,7 +64,10 @@ void LineAnnotation::draw(platform::GraphicsContext &context)
         drawDoubleArrow(context);
         break;
     case line_style::dashed:
-        setDashMode(true);
+        // Once it is settled another thread may be reading it.
+        if (!dashMode()) {
+            setDashMode(true);
+        }
         drawLine(context);
         break;
     default:

@@ -17,6 +17,9 @@ public:
     [[nodiscard]] std::vector<std::string> archiveClassNames() const override;
     void encodeWithCoder(platform::KeyedArchiver &coder) const override;
 
+    /// Not before a dashed one was drawn, for that turns its dashes on.
+    [[nodiscard]] bool isSettled() const override;
+
     /// A line too short for its heads is not drawn at all.
     void draw(platform::GraphicsContext &context) override;
 

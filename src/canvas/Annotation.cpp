@@ -53,6 +53,17 @@ void Annotation::encodeWithCoder(platform::KeyedArchiver &coder) const
     coder.encodeBool("dashMode", dashMode_);
 }
 
+std::shared_ptr<const platform::Archivable> Annotation::frozen() const
+{
+    // Shares nothing: the archiver lets go of it before this ends.
+    const std::shared_ptr<const platform::Archivable> self(std::shared_ptr<void>(), this);
+    platform::KeyedArchiver archiver;
+    archiver.encodeObject("root", self);
+    platform::KeyedUnarchiver unarchiver(archiver.finishEncoding(),
+                                         AnnotationRegistry::shared().classes());
+    return unarchiver.decodeObject("root");
+}
+
 void Annotation::setSize(float size)
 {
     annotationSize_ = size > 0.0F ? static_cast<double>(size) : kSmallestSize;

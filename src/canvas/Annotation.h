@@ -36,14 +36,13 @@ constexpr std::int32_t stamp = 9;
 /// One drawn item of a canvas; by itself it draws nothing and stands for a wipe in a redo stack.
 ///
 /// Owned by the lists of a canvas. Borrows its canvas, and may outlive it.
-/// Thread   main thread only, until it is finished; then any one thread may read it.
+/// Thread   main thread only, until it is settled; then any thread may read what archives hold.
 /// Units    canvas points, doubles; origin bottom left of the display, y up; never scaled.
 class Annotation : public platform::Archivable {
 public:
     Annotation() = default;
     /// Reads the keys that `encodeWithCoder` writes; "dashMode" may be missing.
     explicit Annotation(platform::KeyedUnarchiver &coder);
-    Annotation(const Annotation &) = delete;
     Annotation &operator=(const Annotation &) = delete;
 
     /// An instance of the class that the registry knows for the number; for any other number a bare
@@ -72,6 +71,11 @@ public:
     [[nodiscard]] double alphaComponent() const { return alphaComponent_; }
     /// It still takes input.
     [[nodiscard]] bool isActive() const { return isActive_; }
+    /// Neither input nor drawing changes any more what an archive holds of it.
+    [[nodiscard]] virtual bool isSettled() const { return !isActive_; }
+    /// A copy for an archive, which another thread may write while this one goes on changing.
+    /// Throws `platform::Exception` for a kind that is not in the registry.
+    [[nodiscard]] virtual std::shared_ptr<const platform::Archivable> frozen() const;
     [[nodiscard]] bool dashMode() const { return dashMode_; }
     void setDashMode(bool dashMode) { dashMode_ = dashMode; }
 
@@ -92,6 +96,7 @@ public:
     virtual bool shouldFinalize();
 
 protected:
+    Annotation(const Annotation &) = default;
     /// Off: solid. On: three line widths of ink, then six tenths of that without.
     void updateLineDash(platform::GraphicsContext &context, bool dash) const;
     void setBlendMode(platform::BlendMode mode) { blendMode_ = mode; }

@@ -136,6 +136,11 @@ void AnnotationCanvasHandler::saveDefaultAnnotationData()
     forEachCanvas([](AnnotationsView &view) { view.saveDefaultAnnotationData(); });
 }
 
+void AnnotationCanvasHandler::saveDefaultAnnotationDataAndWait()
+{
+    forEachCanvas([](AnnotationsView &view) { view.saveDefaultAnnotationDataAndWait(); });
+}
+
 void AnnotationCanvasHandler::forEachEffects(
     const std::function<void(CanvasEffects &)> &visit) const
 {

@@ -73,6 +73,7 @@ public:
     void enterStandardAnnotationMode();
     void loadDefaultAnnotationData();
     void saveDefaultAnnotationData();
+    void saveDefaultAnnotationDataAndWait();
     void handleSpotlightPichAct(bool begin);
     void handleSpotlightPichMove(std::int32_t length);
     void recoveryScreenShade();

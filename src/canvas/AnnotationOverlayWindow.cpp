@@ -30,6 +30,7 @@ std::string describe(const std::optional<platform::Screen> &screen)
 AnnotationOverlayWindow::AnnotationOverlayWindow(std::uint32_t styleMask)
     : Window(frameOf(displays().screen(displays().mainDisplayID())), styleMask)
 {
+    setTitle("Annotation Overlay");
     setBackgroundColor(platform::Color::clear());
     setIgnoresMouseEvents(true);
     setLevel(windowLevel);

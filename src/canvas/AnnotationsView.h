@@ -18,6 +18,8 @@
 namespace orv {
 
 class AnnotationOverlayWindow;
+struct SavedCanvas;
+struct SavedLists;
 
 /// The mouse state that the canvases of a set share. A canvas asks for it only in multi-screen use.
 class AnnotationsViewDelegate {
@@ -120,12 +122,33 @@ public:
     void finalizeLastAnnotationIgnoringActiveStatus(bool ignoringActiveStatus);
 
     [[nodiscard]] std::int32_t currentBackdrop() const { return currentBackdrop_; }
+    /// 0 none, 1 white, 2 lines, 3 squares, 4 and 5 circles, 6 axes, 7 the user's picture (clear
+    /// until that is set), 8 three columns; any other number is none too.
     void setCurrentBackdrop(std::int32_t backdrop);
+    /// A picture as the backdrop: fitted, centred on white, never enlarged. One that can't be read
+    /// leaves it white.
+    void setCurrentBackdropUsingImageFile(const std::string &path);
+    void setCurrentBackdropUsingImageFile(const std::string &path, std::int32_t type);
     void enterStandardAnnotationMode();
+    /// Saves a flipchart that has ink, then asks before a changed snapshot is given up, unless a
+    /// special mode is on.
+    void enterSnapshotEditingModeWithImageFile(const std::string &path);
+    void enterSnapshotEditingModeWithImageFile(const std::string &path, bool withConfirmation);
+    /// What was put off goes on: the picture that `snapshotImageFilePathPendingLoad` names.
+    void enterSnapshotEditingModeWithImageFilePendingLoad();
+    /// False, with nothing done, when there are changes.
+    bool exitSnapshotEditingModeWithoutConfirmation();
+    void enterFlipchartEditingModeWithImageFile(const std::string &path);
+    void enterFlipchartEditingModeWithImageFile(const std::string &path, bool withConfirmation);
+    void enterFlipchartEditingModeWithImageFilePendingLoad();
     /// A new page on this backdrop; what the flipchart held is gone.
     void enterFlipchartEditingMode(std::int32_t backdrop);
+    /// A page with ink is saved, sliding upward.
+    void confirmSaveFlipchart();
     void enterCurrentEditingModeNotify();
+    void leaveCurrentEditingModeNotify();
     void enterStandardAnnotationModeNotify();
+    void enterSnapshotEditingModeNotify();
     void enterFlipchartEditingModeNotify();
     void refreshToolbarBasedOnAnnotationModeKeySelection();
     void resetDisplay();
@@ -136,7 +159,13 @@ public:
     /// False when the file is missing, or `check` is set and it is too old to go on with. Throws
     /// `platform::Exception` for a file that is no archive; the document is then untouched.
     bool loadAnnotationData(const std::string &path, bool check);
+    /// Encodes and writes on a worker; a later save of this canvas never loses to an earlier one.
     void saveDefaultAnnotationData();
+    /// The same at once: the file is written when it returns.
+    void saveDefaultAnnotationDataAndWait();
+    /// The lists of the present mode as a snapshot's, and beside it the backdrop of a flipchart.
+    void saveSanpshotData(const std::string &path);
+    void saveFlipchartData(const std::string &path);
 
     /// Null while nothing gives it effects.
     [[nodiscard]] CanvasEffects *effects() const { return effects_.get(); }
@@ -170,6 +199,24 @@ private:
     void replayClearAnnotationsWithSqueegee();
     [[nodiscard]] float wipeSeconds() const;
     void setBackdropColor(const platform::Color &color);
+    void setBackdropPattern(const platform::ImagePtr &pattern);
+    /// The lists of the snapshot mode go, and with them its picture.
+    void dropSnapshot();
+    /// An eraser would have nothing to erase on a fresh page: the default tool takes its place.
+    void leaveEraser();
+    /// True when the change has to wait for an answer.
+    bool asksBeforeChange(const std::string &modeKey, bool withConfirmation);
+    /// True when a change is to be confirmed, that is in no special mode.
+    bool savePageOnTheWayOut();
+    /// False for a file that is missing or damaged; the latter is logged.
+    bool loadRawData(const std::string &path);
+    /// Each list that the file has replaces that of the mode.
+    void restoreLists(const std::string &modeKey, const SavedLists &lists);
+    /// `dataPath` is the file that it was saved in, `folder` that file's user folder or else this
+    /// device's, `fixName` the folder that stored paths are moved to, empty for none.
+    void restoreFlipchart(const SavedCanvas &saved, const std::string &dataPath,
+                          const std::string &folder, const std::string &fixName);
+    void restoreSnapshot(const SavedCanvas &saved, const std::string &fixName);
     [[nodiscard]] bool isBroder() const;
     void drawBorder(platform::GraphicsContext &context, const platform::Rect &rect) const;
     void drawDebugInfo(platform::GraphicsContext &context, const platform::Rect &rect) const;

@@ -39,8 +39,12 @@ void AnnotationsView::drawRect(platform::GraphicsContext &context, const Rect &d
     }
     // Behind and last: an eraser's stroke punches through the annotations before it and shows the
     // backdrop, which itself is never erased.
-    context.setFillColor(overlayWindow_->backgroundColor());
-    context.fillRect(bounds(), platform::CompositingOperation::destinationOver);
+    if (const platform::ImagePtr &pattern = overlayWindow_->backgroundPattern()) {
+        context.fillPattern(bounds(), pattern, platform::CompositingOperation::destinationOver);
+    } else {
+        context.setFillColor(overlayWindow_->backgroundColor());
+        context.fillRect(bounds(), platform::CompositingOperation::destinationOver);
+    }
 }
 
 bool AnnotationsView::isBroder() const
@@ -61,6 +65,8 @@ void AnnotationsView::drawBorder(platform::GraphicsContext &context, const Rect 
                                      rect.size.height - kBorderShrink),
                           kBorderRadius, kBorderRadius);
     context.saveState();
+    context.setBlendMode(platform::BlendMode::normal);
+    context.setLineDash(0.0, {});
     context.setStrokeColor(setting->pBorderColor());
     context.setLineWidth(kBorderWidth);
     context.strokePath(border);

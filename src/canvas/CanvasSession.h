@@ -26,11 +26,26 @@ protected:
     virtual ~DisplaySession() = default;
 };
 
+/// What the change from one page to another needs of the session.
+class PageSession {
+public:
+    virtual void selectDefaultTool() = 0;
+    /// 0 while no effect or dialog has taken over.
+    [[nodiscard]] virtual std::int32_t isEnterSpecialMode() const = 0;
+    /// Saves the page and empties its lists; which way its picture slides off is the direction's.
+    virtual void saveCurrentFlipchart(std::int32_t direction, bool withAnimation) = 0;
+    /// Asks what is to become of the changed snapshot; the answer goes on with the pending load of
+    /// the mode with this key.
+    virtual void showChangeConfirm(const std::string &annotationModeKey) = 0;
+
+protected:
+    virtual ~PageSession() = default;
+};
+
 /// All that a canvas can ask the session for.
-class CanvasSession : public DisplaySession {
+class CanvasSession : public DisplaySession, public PageSession {
 public:
     virtual void hideToolMenuToggle() = 0;
-    virtual void selectDefaultTool() = 0;
     virtual void closeAnnotationToolbox() = 0;
     virtual void maximizeAnnotationToolbox() = 0;
     virtual void minimizeAnnotationToolbox() = 0;

@@ -67,7 +67,59 @@ void replayElement(const platform::ArchiveNode &element, platform::Path &path)
     }
 }
 
+platform::Path detachedCopy(const platform::Path &path)
+{
+    platform::Path copy;
+    path.forEach([&copy](const platform::Path::Element &element) {
+        const Point *points = element.points;
+        switch (element.type) {
+        case PathElementType::moveToPoint:
+            copy.moveTo(points[0]);
+            break;
+        case PathElementType::addLineToPoint:
+            copy.lineTo(points[0]);
+            break;
+        case PathElementType::addQuadCurveToPoint:
+            copy.quadCurveTo(points[0], points[1]);
+            break;
+        case PathElementType::addCurveToPoint:
+            copy.curveTo(points[0], points[1], points[2]);
+            break;
+        case PathElementType::closeSubpath:
+            copy.close();
+            break;
+        }
+    });
+    return copy;
+}
+
+/// A stroke of any kind as it was at one moment. Kinds of strokes write no keys of their own.
+class FrozenStroke final : public PathAnnotation {
+public:
+    explicit FrozenStroke(const PathAnnotation &stroke)
+        : PathAnnotation(stroke), archiveClassNames_(stroke.archiveClassNames())
+    {
+    }
+    [[nodiscard]] std::vector<std::string> archiveClassNames() const override
+    {
+        return archiveClassNames_;
+    }
+
+private:
+    std::vector<std::string> archiveClassNames_;
+};
+
 } // namespace
+
+PathAnnotation::PathAnnotation(const PathAnnotation &other)
+    : Annotation(other), path_(detachedCopy(other.path_))
+{
+}
+
+std::shared_ptr<const platform::Archivable> PathAnnotation::frozen() const
+{
+    return std::make_shared<FrozenStroke>(*this);
+}
 
 PathAnnotation::PathAnnotation(platform::KeyedUnarchiver &coder) : Annotation(coder)
 {

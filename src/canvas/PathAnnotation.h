@@ -15,6 +15,9 @@ public:
     [[nodiscard]] std::vector<std::string> archiveClassNames() const override;
     void encodeWithCoder(platform::KeyedArchiver &coder) const override;
 
+    /// Without a detour through an archive: a stroke in progress may be very long.
+    [[nodiscard]] std::shared_ptr<const platform::Archivable> frozen() const override;
+
     [[nodiscard]] const platform::Path &path() const { return path_; }
 
     void draw(platform::GraphicsContext &context) override;
@@ -24,6 +27,10 @@ public:
     /// A release away from the last point closes the outline with a straight line to its start.
     void mouseUpEventAtPoint(platform::Point point) override;
     bool shouldFinalize() override { return true; }
+
+protected:
+    /// Shares no point with the other one: each may belong to a thread of its own.
+    PathAnnotation(const PathAnnotation &other);
 
 private:
     platform::Path path_;

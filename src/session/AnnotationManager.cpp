@@ -139,6 +139,7 @@ void AnnotationManager::buildTools()
             canvas->redoAnnotation();
         }
     };
+    actions["snapshot"] = [this] { saveNewSnapshot(); };
     actions["eraseall"] = [canvas] { canvas->clearAnnotationsWithSqueegee(); };
     ToolSettingsReader reader;
     tools_ = buildToolTable(outlets_, canvas, actions, [&reader](const std::string &title) {

@@ -3,6 +3,7 @@
 #include "canvas/AnnotationCanvasHandler.h"
 #include "canvas/CanvasSession.h"
 #include "platform/ports/MainThread.h"
+#include "session/PageCapture.h"
 #include "session/RemoteInput.h"
 #include "session/SessionOutlets.h"
 #include "session/ToolRequest.h"
@@ -58,7 +59,7 @@ public:
     void setM_bAutoClear(bool autoClear) { m_bAutoClear_ = autoClear; }
     [[nodiscard]] bool m_bAutoClear() const { return m_bAutoClear_; }
     [[nodiscard]] bool isAnimating() const { return isAnimating_; }
-    [[nodiscard]] std::int32_t isEnterSpecialMode() const { return isEnterSpecialMode_; }
+    [[nodiscard]] std::int32_t isEnterSpecialMode() const override { return isEnterSpecialMode_; }
     [[nodiscard]] bool frontmostApplicationDemandsFocus() const
     {
         return frontmostApplicationDemandsFocus_;
@@ -81,7 +82,7 @@ public:
 
     /// The tool whose title the button has. A transient one is never the current tool.
     void selectTool(const platform::Button &sender);
-    /// A button of the fixed menu, by its tag: 100 leaves the snapshot; others do nothing.
+    /// A button of the fixed menu, by its tag: 100 leaves the snapshot, 101 takes one.
     void selectOthersToolMenu(const platform::Button &sender);
     void selectDefaultTool() override;
     void handleSetToolRequest(const ToolRequest &request);
@@ -91,6 +92,14 @@ public:
     [[nodiscard]] std::uint32_t getCurrentToolSize() const;
     /// Green in the top byte, blue in the lowest; red and alpha do not enter.
     [[nodiscard]] std::uint32_t getCurrentToolColor() const;
+
+    /// The path of the picture.
+    std::string saveNewSnapshot();
+    /// Nothing when no snapshot is being edited.
+    std::optional<std::string> saveCurrentSnapshot();
+    std::string saveNewFlipchart(std::int32_t direction, bool withAnimation);
+    void saveCurrentFlipchart(std::int32_t direction, bool withAnimation) override;
+    void showChangeConfirm(const std::string &annotationModeKey) override;
 
     void handleUndoRequest();
     void handleRedoRequest();
@@ -136,6 +145,8 @@ private:
     void applyStyleForFrontmostApplication();
     void getApplictionLanuchStatus();
     [[nodiscard]] RemoteInputDesk remoteInputDesk() const;
+    [[nodiscard]] CaptureDesk captureDesk() const;
+    void enableFlipchart(bool enable);
 
     SessionOutlets outlets_;
     std::unique_ptr<AnnotationCanvasHandler> canvasHandler_;
@@ -153,6 +164,7 @@ private:
     platform::Size DEF_CLI_DIMENSION_;
     ClientPicture clientPicture_;
     RemoteInput remoteInput_;
+    PageCapture pageCapture_;
     bool isAnimating_ = false;
     std::int32_t isEnterSpecialMode_ = 0;
     bool m_bAutoClear_ = true;

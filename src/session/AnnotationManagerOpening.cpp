@@ -138,7 +138,7 @@ void AnnotationManager::exitAnnotationMode()
     }
     canvasHandler_->hiddenCanvas();
     autosaveTimer_.reset();
-    canvasHandler_->saveDefaultAnnotationData();
+    canvasHandler_->saveDefaultAnnotationDataAndWait();
     // A second-generation client sets its tools with every request; nothing is kept for it.
     if (!isAnnotation2()) {
         saveToolSettings(tools_);

@@ -42,9 +42,12 @@ void AnnotationManager::selectTool(const platform::Button &sender)
 void AnnotationManager::selectOthersToolMenu(const platform::Button &sender)
 {
     constexpr int leaveSnapshot = 100;
+    constexpr int takeSnapshot = 101;
     if (sender.tag() == leaveSnapshot && canvasHandler_) {
         canvasHandler_->setIsEditMode(true);
         setEditModeToolMenu(canvasHandler_->isEditMode());
+    } else if (sender.tag() == takeSnapshot) {
+        saveNewSnapshot();
     }
 }
 
@@ -145,22 +148,9 @@ void AnnotationManager::handleEraseAllRequest()
 
 void AnnotationManager::handlePrevPageRequest() {}
 void AnnotationManager::handleNextPageRequest() {}
-void AnnotationManager::handleDoSave(std::uint32_t /*action*/) {}
 void AnnotationManager::handleVideoRecording(std::uint32_t /*action*/) {}
-void AnnotationManager::handleOthersMode(std::uint32_t /*mode*/, std::uint8_t /*subMode*/,
-                                         bool /*enable*/)
-{
-}
 void AnnotationManager::updateFileTransferStatusDlg(std::uint32_t /*status*/) {}
 void AnnotationManager::closeFileTransferStatusDlg() {}
-void AnnotationManager::leaveOthersMode()
-{
-    if (canvasHandler_) {
-        canvasHandler_->doSpotLight(false);
-        canvasHandler_->doScreenCover(false);
-    }
-}
-
 void AnnotationManager::hideToolMenuToggle()
 {
     if (lastSelectedTool_ && !lastSelectedTool_->getToolMenuIsHidden()) {

@@ -37,9 +37,20 @@ public:
     void closeAnnotationToolbox() override { calls.emplace_back("closeAnnotationToolbox"); }
     void maximizeAnnotationToolbox() override { calls.emplace_back("maximize"); }
     void minimizeAnnotationToolbox() override { calls.emplace_back("minimize"); }
+    std::int32_t specialMode = 0;
+    [[nodiscard]] std::int32_t isEnterSpecialMode() const override { return specialMode; }
     void setIsEnterSpecialMode(std::int32_t mode) override
     {
         calls.push_back("special " + std::to_string(mode));
+    }
+    void saveCurrentFlipchart(std::int32_t direction, bool withAnimation) override
+    {
+        calls.push_back("save page " + std::to_string(direction) +
+                        (withAnimation ? " animated" : ""));
+    }
+    void showChangeConfirm(const std::string &annotationModeKey) override
+    {
+        calls.push_back("confirm " + annotationModeKey);
     }
     void setIsAnimating(bool isAnimating) override
     {

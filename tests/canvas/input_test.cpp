@@ -102,7 +102,9 @@ TEST_F(CanvasDesk, DragsAndReleasesWithoutAnActiveAnnotationAreDropped)
 
 TEST_F(CanvasDesk, AKindThatNeverGoesActiveLeavesTheButtonCountedAsHeld)
 {
-    canvas->setCurrentTool(std::make_shared<FakeTool>(annotation_type::stamp));
+    const auto stamp = std::make_shared<FakeTool>(annotation_type::stamp);
+    stamp->color = platform::Color::black();
+    canvas->setCurrentTool(stamp);
     press({1.0, 1.0});
     release({1.0, 1.0});
     EXPECT_TRUE(canvas->isPressed());

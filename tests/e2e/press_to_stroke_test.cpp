@@ -1,138 +1,17 @@
-#include "OrvAnnotation/AnnotationController.h"
-#include "channels/AppConstants.h"
-#include "channels/controller/ControllerParts.h"
-#include "platform/desktop/display/Desk.h"
+#include "HostOnScreen.h"
 
 #include <X11/keysym.h>
 #include <gmock/gmock.h>
 
-#include <array>
-#include <cstdlib>
-#include <cstring>
-#include <filesystem>
-#include <memory>
-#include <mutex>
-#include <string>
+#include <atomic>
 #include <thread>
-#include <vector>
 
 // The way of a mouse press to a stroke and back to the client, as docs/architecture.md tells it.
 
 namespace orv::test {
 namespace {
 
-using platform::test::pumpUntil;
-
-constexpr std::uint32_t kGreen = 0x00FF00;
-constexpr std::uint32_t kRed = 0xFF0000;
 constexpr std::uint32_t kHalfBlueOnGreen = 0x007F7F;
-constexpr std::uint32_t kPlugin = 17;
-constexpr std::uint32_t kFirstGeneration = 12;
-
-std::mutex &recordMutex()
-{
-    static std::mutex mutex;
-    return mutex;
-}
-
-std::vector<stCommand_mgs> &records()
-{
-    static std::vector<stCommand_mgs> list;
-    return list;
-}
-
-int takeRecord(const void *bytes, std::size_t /*length*/, std::uint32_t /*pluginID*/)
-{
-    const std::lock_guard lock(recordMutex());
-    stCommand_mgs record;
-    std::memcpy(&record, bytes, sizeof record);
-    records().push_back(record);
-    return 0;
-}
-
-bool hasCounts(std::uint8_t undo, std::uint8_t redo)
-{
-    const std::lock_guard lock(recordMutex());
-    for (auto it = records().rbegin(); it != records().rend(); ++it) {
-        if (it->wparam == 17) {
-            return it->ext[0] == undo && it->ext[2] == redo;
-        }
-    }
-    return false;
-}
-
-/// A host on this display, with a green window of another program below.
-class HostOnScreen : public platform::test::Desk {
-protected:
-    void SetUp() override
-    {
-        std::string pattern = (std::filesystem::temp_directory_path() / "orv-e2e-XXXXXX").string();
-        home_ = ::mkdtemp(pattern.data());
-        ::setenv("HOME", home_.c_str(), 1);
-        ::setenv("XDG_DATA_HOME", (home_ + "/data").c_str(), 1);
-        ::setenv("XDG_CONFIG_HOME", (home_ + "/config").c_str(), 1);
-        Desk::SetUp();
-        records().clear();
-        showGreenWindow();
-        controller = std::make_unique<AnnotationController>();
-        controller->SetClientCommandCHSender(takeRecord);
-        controller->setM_dpID(platform::Platform::current().displays().mainDisplayID());
-        controller->setM_clientDimension({1920.0, 1080.0});
-    }
-    void TearDown() override
-    {
-        controller->RecoveryDesktop();
-        controller.reset();
-        AppConstants::destroy();
-        std::filesystem::remove_all(home_);
-    }
-    void send(std::uint32_t wparam, std::uint32_t lparam, const std::vector<std::uint8_t> &ext = {})
-    {
-        stCommand_mgs record;
-        record.pluginID = static_cast<std::uint16_t>(plugin);
-        record.wparam = wparam;
-        record.lparam = lparam;
-        std::copy(ext.begin(), ext.end(), record.ext.begin());
-        controller->CommandClient2App(record);
-    }
-    void openSecondGeneration()
-    {
-        controller->SetActiveOpt(0, plugin);
-        send(0, 0, {1});
-    }
-    void openFirstGeneration()
-    {
-        plugin = kFirstGeneration;
-        controller->SetActiveOpt(0, plugin);
-        send(0, 0);
-    }
-    void usePen() { send(1, 8, {0, 0, 0, 0, 20, 0, 255, 255, 0, 0}); }
-    void clientMouse(std::uint32_t event, std::uint32_t x, std::uint32_t y)
-    {
-        send(0xEFFD, event,
-             {0, 0, static_cast<std::uint8_t>(x >> 8U), static_cast<std::uint8_t>(x), 0, 0,
-              static_cast<std::uint8_t>(y >> 8U), static_cast<std::uint8_t>(y)});
-    }
-    void dragPointer(int fromX, int toX, int y)
-    {
-        client.movePointer(fromX, y);
-        client.button(1, true);
-        for (int x = fromX; x <= toX; x += 10) {
-            client.movePointer(x, y);
-        }
-        client.button(1, false);
-    }
-    [[nodiscard]] std::shared_ptr<AnnotationManager> manager()
-    {
-        return controller->parts().state.m_annotationManager;
-    }
-
-    std::uint32_t plugin = kPlugin;
-    std::unique_ptr<AnnotationController> controller;
-
-private:
-    std::string home_;
-};
 
 class AnyDisplayWithAHost : public HostOnScreen {};
 class ComposedDisplayWithAHost : public HostOnScreen {};
@@ -213,9 +92,11 @@ TEST_F(AnyDisplayWithAHost, PutsTheToolboxAboveTheOverlayWhereItTakesClicks)
 
     EXPECT_TRUE(pumpUntil([this] { return manager()->currentTool()->name() == "highlighter"; }));
     EXPECT_FALSE(manager()->annotationsView()->hasAnnotations());
-    EXPECT_TRUE(
-        comesToShow(static_cast<int>(at.x) - 20, static_cast<int>(1080.0 - at.y) - 20, 0xF2F2F2))
-        << "the button's face";
+    const auto face = button->image()->image()->pixel(6, 6);
+    ASSERT_EQ(face >> 24U, 0xFFU);
+    EXPECT_TRUE(comesToShow(static_cast<int>(at.x) - 20, static_cast<int>(1080.0 - at.y) - 20,
+                            face & 0xFFFFFFU))
+        << "the button's picture";
 }
 
 TEST_F(AnyDisplayWithAHost, TakesRecordsFromAThreadOfTheirOwn)

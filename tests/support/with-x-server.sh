@@ -3,6 +3,8 @@
 #
 #   with-x-server.sh desktop COMMAND [ARGUMENT...]   with a window manager and a compositor
 #   with-x-server.sh bare COMMAND [ARGUMENT...]      with nothing but the server
+#   with-x-server.sh plain COMMAND [ARGUMENT...]     with a server that has no redirected windows and
+#                                                    no shared memory
 #
 # The screen is 1920x1080x24. Ends with the command's exit code. ORV_TEST_COMPOSITOR_PID names the
 # compositor's process.
@@ -10,8 +12,8 @@ set -euo pipefail
 
 ready_seconds=30
 kind=${1:-}
-if [[ $# -lt 2 || ($kind != desktop && $kind != bare) ]]; then
-    echo "usage: $0 desktop|bare COMMAND [ARGUMENT...]" >&2
+if [[ $# -lt 2 || ! $kind =~ ^(desktop|bare|plain)$ ]]; then
+    echo "usage: $0 desktop|bare|plain COMMAND [ARGUMENT...]" >&2
     exit 2
 fi
 shift
@@ -45,8 +47,12 @@ await() {
 
 unset WAYLAND_DISPLAY SESSION_MANAGER DBUS_SESSION_BUS_ADDRESS XAUTHORITY
 
+server_options=(-noreset -nolisten tcp)
+if [[ $kind == plain ]]; then
+    server_options+=(-extension Composite -extension MIT-SHM)
+fi
 mkfifo "$folder/Xvfb.pipe"
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -noreset -nolisten tcp \
+Xvfb -displayfd 3 -screen 0 1920x1080x24 "${server_options[@]}" \
     3<>"$folder/Xvfb.pipe" >"$folder/Xvfb.log" 2>&1 &
 started=("$!")
 DISPLAY=":$(await Xvfb)"

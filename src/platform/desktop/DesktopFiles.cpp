@@ -1,5 +1,7 @@
 #include "platform/desktop/DesktopFiles.h"
 
+#include "platform/desktop/FolderIcon.h"
+
 #include <QStandardPaths>
 
 #include <dlfcn.h>
@@ -63,7 +65,7 @@ std::string findResourceFolder()
             }
         }
     }
-    return ORV_SOURCE_RESOURCES;
+    return ORV_BUILT_RESOURCES;
 }
 
 } // namespace
@@ -87,6 +89,11 @@ std::string DesktopFiles::userFolder(UserFolder folder) const
         break;
     }
     return temporaryFolder();
+}
+
+bool DesktopFiles::setFolderIcon(const std::string &folder, const ImagePtr &icon)
+{
+    return icon && writeFolderIcon(folder, *icon);
 }
 
 std::optional<double> DesktopFiles::age(const std::string &path) const

@@ -12,7 +12,7 @@ namespace orv::platform {
 /// Thread   any.
 class DesktopFiles final : public PosixFiles {
 public:
-    /// `resourceFolder` empty: the one beside the library, or else that of the source tree.
+    /// `resourceFolder` empty: the one beside the library, or else that of the build tree.
     explicit DesktopFiles(const std::string &resourceFolder);
 
     [[nodiscard]] std::string userFolder(UserFolder folder) const override;

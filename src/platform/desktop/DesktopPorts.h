@@ -4,6 +4,7 @@
 #include "platform/desktop/DesktopDisplays.h"
 #include "platform/desktop/DesktopFiles.h"
 #include "platform/desktop/DesktopMainThread.h"
+#include "platform/desktop/DesktopScreenCapture.h"
 #include "platform/desktop/DesktopSystemLog.h"
 #include "platform/desktop/DesktopWindowServer.h"
 #include "platform/desktop/FrontWindow.h"
@@ -30,6 +31,7 @@ public:
     DesktopFiles &files() override { return files_; }
     PictureFiles &pictures() override { return pictures_; }
     PosixProcesses &processes() override { return processes_; }
+    DesktopScreenCapture &screenCapture() override { return screenCapture_; }
     DesktopSystemLog &systemLog() override { return systemLog_; }
 
     [[nodiscard]] const XConnection &x() const { return x_; }
@@ -45,6 +47,7 @@ private:
     FrontWindow front_;
     DesktopApplications applications_;
     DesktopWindowServer windowServer_;
+    DesktopScreenCapture screenCapture_;
 };
 
 } // namespace orv::platform

@@ -46,6 +46,17 @@ std::vector<int> DesktopWindowServer::orderedWindows() const
     return numbers;
 }
 
+std::vector<WindowInfo> DesktopWindowServer::windows() const
+{
+    std::vector<WindowInfo> found;
+    std::transform(
+        order_.rbegin(), order_.rend(), std::back_inserter(found),
+        [](const DesktopWindowSurface *surface) {
+            return WindowInfo{surface->windowNumber(), surface->title(), surface->level()};
+        });
+    return found;
+}
+
 bool DesktopWindowServer::isBlended() const
 {
     return compositor_.isPresent() && x_.hasAlphaVisual();

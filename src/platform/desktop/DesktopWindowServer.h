@@ -32,9 +32,15 @@ public:
 
     [[nodiscard]] std::unique_ptr<WindowSurface> createSurface(WindowEvents &events) override;
     [[nodiscard]] std::vector<int> orderedWindows() const override;
+    [[nodiscard]] std::vector<WindowInfo> windows() const override;
 
     /// Whether a compositor blends windows by their alpha; else they are shaped to their ink.
     [[nodiscard]] bool isBlended() const override;
+    /// The shown surfaces from the rearmost to the frontmost.
+    [[nodiscard]] const std::vector<DesktopWindowSurface *> &shownSurfaces() const
+    {
+        return order_;
+    }
     /// Draws now what surfaces have to draw.
     void displayIfNeeded();
     /// The displays have moved: so do the windows.

@@ -49,6 +49,7 @@ void DesktopWindowSurface::applyFrame()
     if (shield_) {
         shield_->setFrame(window_->geometry());
     }
+    looks_.setScale(pixels.scale);
     if (size != QSize(picture_.width(), picture_.height())) {
         picture_ = Image(size.width(), size.height());
         setNeedsDisplay(bounds());
@@ -65,6 +66,7 @@ void DesktopWindowSurface::setLevel(int level)
 
 void DesktopWindowSurface::setTitle(const std::string &title)
 {
+    title_ = title;
     window_->setTitle(QString::fromStdString(title));
     host_.x().flush();
 }
@@ -87,6 +89,12 @@ void DesktopWindowSurface::setIgnoresMouseEvents(bool ignores)
     if (std::exchange(ignoresMouse_, ignores) != ignores) {
         updateInput();
     }
+}
+
+void DesktopWindowSurface::setCursorRects(const std::vector<CursorRect> &rects)
+{
+    looks_.setRects(rects);
+    showLook();
 }
 
 void DesktopWindowSurface::createNativeWindow()
@@ -119,6 +127,11 @@ xcb_window_t DesktopWindowSurface::nativeWindow() const
                                         : static_cast<xcb_window_t>(window_->winId());
 }
 
+QRect DesktopWindowSurface::pictureFrame() const
+{
+    return {host_.deviceSpace().topLeft(frame_), QSize(picture_.width(), picture_.height())};
+}
+
 void DesktopWindowSurface::updateInput()
 {
     if (!presenter_) {
@@ -130,10 +143,12 @@ void DesktopWindowSurface::updateInput()
     if (!needsShield) {
         shield_.reset();
     } else if (!shield_) {
-        shield_.emplace(host_.x(), window_->geometry(),
-                        [this](const PointerInput &input) { pointer(input); });
+        PointerReceiver &receiver = *this;
+        shield_.emplace(host_.x(), window_->geometry(), receiver);
         host_.bringToFront(*this);
     }
+    // The pointer may rest, and then nothing more is heard of it.
+    showLook();
     host_.x().flush();
 }
 
@@ -231,12 +246,30 @@ void DesktopWindowSurface::exposed(const QRegion &region)
     });
 }
 
-Event DesktopWindowSurface::eventAt(const PointerInput &input)
+Point DesktopWindowSurface::pointAt(const QPointF &position) const
 {
     const double scale = host_.deviceSpace().scale;
+    return {position.x() / scale, frame_.size.height - position.y() / scale};
+}
+
+void DesktopWindowSurface::showLook()
+{
+    if (!pointer_) {
+        return;
+    }
+    QWindow &taker = shield_ ? shield_->cursorWindow() : *window_;
+    const QCursor &look = looks_.at(pointAt(*pointer_));
+    if (taker.cursor() != look) {
+        taker.setCursor(look);
+        host_.x().flush();
+    }
+}
+
+Event DesktopWindowSurface::eventAt(const PointerInput &input)
+{
     Event event;
     event.type = eventType(input);
-    event.location = {input.position.x() / scale, frame_.size.height - input.position.y() / scale};
+    event.location = pointAt(input.position);
     event.modifierFlags = input.modifierFlags;
     event.timestamp = host_.mainThread().now();
     event.windowNumber = number_;
@@ -250,8 +283,15 @@ Event DesktopWindowSurface::eventAt(const PointerInput &input)
     return event;
 }
 
+void DesktopWindowSurface::pointerEntered(const QPointF &position)
+{
+    pointer_ = position;
+    showLook();
+}
+
 void DesktopWindowSurface::pointer(const PointerInput &input)
 {
+    pointerEntered(input.position);
     host_.mainThread().call([&] {
         const Event event = eventAt(input);
         const bool activates =

@@ -3,6 +3,7 @@
 #include "platform/desktop/InputShield.h"
 #include "platform/desktop/OverlayWindow.h"
 #include "platform/desktop/PointerInput.h"
+#include "platform/desktop/PointerLooks.h"
 #include "platform/desktop/Presenter.h"
 #include "platform/desktop/SurfaceHost.h"
 #include "platform/ports/WindowServer.h"
@@ -48,9 +49,15 @@ public:
     void setNeedsDisplay(const Rect &rect) override;
     void displayIfNeeded() override;
 
+    [[nodiscard]] const std::string &title() const { return title_; }
     [[nodiscard]] int level() const { return level_; }
     /// Of the native window; `XCB_NONE` before it is first shown.
     [[nodiscard]] xcb_window_t nativeWindow() const;
+    /// What was drawn so far, without the window's alpha.
+    [[nodiscard]] const Image &picture() const { return picture_; }
+    [[nodiscard]] double alpha() const { return alpha_; }
+    /// Where the picture lies, in device pixels from the top left corner of the X screen.
+    [[nodiscard]] QRect pictureFrame() const;
     /// Puts it above all other windows of the display.
     void raise();
     /// A compositor came or went.
@@ -67,6 +74,7 @@ private:
 
     void exposed(const QRegion &region) override;
     void pointer(const PointerInput &input) override;
+    void pointerEntered(const QPointF &position) override;
     void key(const KeyInput &input) override;
     void keyboard(bool gained) override;
 
@@ -76,11 +84,15 @@ private:
     void setNativeOpacity() const;
     void updateInput();
     void draw(const Rect &dirty);
+    /// In window points of a place in device pixels.
+    [[nodiscard]] Point pointAt(const QPointF &position) const;
+    void showLook();
     [[nodiscard]] Event eventAt(const PointerInput &input);
 
     SurfaceHost &host_;
     WindowEvents &events_;
     int number_;
+    std::string title_;
     int level_ = 0;
     Rect frame_;
     std::uint32_t styleMask_ = 0;
@@ -90,6 +102,9 @@ private:
     Rect dirty_;
     Image picture_{1, 1};
     ClickCounter clicks_;
+    PointerLooks looks_;
+    /// Where the pointer was last seen over the window, in device pixels.
+    std::optional<QPointF> pointer_;
     std::unique_ptr<OverlayWindow, DetachAndDeleteLater> window_;
     std::optional<Presenter> presenter_;
     std::optional<InputShield> shield_;

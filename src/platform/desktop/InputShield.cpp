@@ -4,7 +4,6 @@
 
 #include <array>
 #include <optional>
-#include <utility>
 
 namespace orv::platform {
 
@@ -13,8 +12,8 @@ namespace {
 constexpr std::uint8_t kSentEvent = 0x80;
 constexpr std::uint8_t kLeftButton = 1;
 constexpr std::uint8_t kRightButton = 3;
-constexpr std::uint32_t kEvents =
-    XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_POINTER_MOTION;
+constexpr std::uint32_t kEvents = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
+                                  XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW;
 
 /// Presses, releases and motions have one layout. Nothing for a button that makes no input.
 std::optional<PointerInput> inputOf(const xcb_button_press_event_t &event, std::uint8_t type)
@@ -45,8 +44,8 @@ std::optional<PointerInput> inputOf(const xcb_button_press_event_t &event, std::
 
 } // namespace
 
-InputShield::InputShield(const XConnection &x, const QRect &frame, Receiver receiver)
-    : x_(x), receiver_(std::move(receiver)), window_(xcb_generate_id(x.get()))
+InputShield::InputShield(const XConnection &x, const QRect &frame, PointerReceiver &receiver)
+    : x_(x), receiver_(receiver), window_(xcb_generate_id(x.get()))
 {
     const std::array<std::uint32_t, 2> values = {1, kEvents};
     xcb_create_window(
@@ -54,12 +53,15 @@ InputShield::InputShield(const XConnection &x, const QRect &frame, Receiver rece
         static_cast<std::int16_t>(frame.y()), static_cast<std::uint16_t>(frame.width()),
         static_cast<std::uint16_t>(frame.height()), 0, XCB_WINDOW_CLASS_INPUT_ONLY,
         XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values.data());
+    cursorWindow_.reset(QWindow::fromWinId(window_));
+    cursorWindow_->setCursor(Qt::ArrowCursor);
     QCoreApplication::instance()->installNativeEventFilter(this);
 }
 
 InputShield::~InputShield()
 {
     QCoreApplication::instance()->removeNativeEventFilter(this);
+    cursorWindow_.reset();
     xcb_destroy_window(x_.get(), window_);
 }
 
@@ -86,6 +88,9 @@ bool InputShield::nativeEventFilter(const QByteArray & /*eventType*/, void *mess
 {
     const auto *generic = static_cast<const xcb_generic_event_t *>(message);
     const std::uint8_t type = generic->response_type & ~kSentEvent;
+    if (type == XCB_ENTER_NOTIFY) {
+        return entered(*static_cast<const xcb_enter_notify_event_t *>(message));
+    }
     if (type != XCB_BUTTON_PRESS && type != XCB_BUTTON_RELEASE && type != XCB_MOTION_NOTIFY) {
         return false;
     }
@@ -94,9 +99,17 @@ bool InputShield::nativeEventFilter(const QByteArray & /*eventType*/, void *mess
         return false;
     }
     if (const auto input = inputOf(*event, type)) {
-        const Receiver receiver = receiver_;
-        receiver(*input);
+        receiver_.pointer(*input);
     }
+    return true;
+}
+
+bool InputShield::entered(const xcb_enter_notify_event_t &event)
+{
+    if (event.event != window_) {
+        return false;
+    }
+    receiver_.pointerEntered(QPointF(event.event_x, event.event_y));
     return true;
 }
 

@@ -5,8 +5,9 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QRect>
+#include <QWindow>
 
-#include <functional>
+#include <memory>
 
 namespace orv::platform {
 
@@ -18,11 +19,9 @@ namespace orv::platform {
 /// Thread   main thread only.
 class InputShield final : public QAbstractNativeEventFilter {
 public:
-    using Receiver = std::function<void(const PointerInput &)>;
-
-    /// Not shown. `receiver` gets positions relative to the shield's top left corner; it may
-    /// destroy the shield.
-    InputShield(const XConnection &x, const QRect &frame, Receiver receiver);
+    /// Not shown. `receiver` outlives it, gets positions relative to the shield's top left corner,
+    /// and may destroy the shield at each.
+    InputShield(const XConnection &x, const QRect &frame, PointerReceiver &receiver);
     ~InputShield() override;
     InputShield(const InputShield &) = delete;
     InputShield &operator=(const InputShield &) = delete;
@@ -30,13 +29,19 @@ public:
     void setFrame(const QRect &frame);
     /// Shows it above all other windows.
     void raise();
+    /// The window by which the toolkit knows it, for its cursor.
+    [[nodiscard]] QWindow &cursorWindow() { return *cursorWindow_; }
 
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
 private:
+    /// Whether it was this one.
+    bool entered(const xcb_enter_notify_event_t &event);
+
     const XConnection &x_;
-    Receiver receiver_;
+    PointerReceiver &receiver_;
     xcb_window_t window_;
+    std::unique_ptr<QWindow> cursorWindow_;
 };
 
 } // namespace orv::platform

@@ -3,6 +3,7 @@
 #include "platform/desktop/KeyTranslation.h"
 #include "platform/desktop/WindowTraits.h"
 
+#include <QEnterEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -39,6 +40,7 @@ OverlayWindow::OverlayWindow(OverlayWindowClient &client) : client_(&client)
     setFormat(format);
     setSurfaceType(QSurface::RasterSurface);
     setFlags(window_traits::flags);
+    setCursor(Qt::ArrowCursor);
 }
 
 void OverlayWindow::paintEvent(QPaintEvent *event)
@@ -138,6 +140,14 @@ void OverlayWindow::focusOutEvent(QFocusEvent * /*event*/)
     if (client_ != nullptr) {
         client_->keyboard(false);
     }
+}
+
+bool OverlayWindow::event(QEvent *event)
+{
+    if (client_ != nullptr && event->type() == QEvent::Enter) {
+        client_->pointerEntered(static_cast<const QEnterEvent *>(event)->position());
+    }
+    return QWindow::event(event);
 }
 
 } // namespace orv::platform

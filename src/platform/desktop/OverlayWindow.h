@@ -23,11 +23,10 @@ struct KeyInput {
 };
 
 /// What an overlay window tells its surface. Main thread only.
-class OverlayWindowClient {
+class OverlayWindowClient : public PointerReceiver {
 public:
     /// Device pixels that the X server wants put again.
     virtual void exposed(const QRegion &region) = 0;
-    virtual void pointer(const PointerInput &input) = 0;
     virtual void key(const KeyInput &input) = 0;
     virtual void keyboard(bool gained) = 0;
 
@@ -56,6 +55,7 @@ protected:
     void keyReleaseEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
+    bool event(QEvent *event) override;
 
 private:
     void pointer(PointerInput::Action action, const QSinglePointEvent &event, double pressure);

@@ -26,6 +26,18 @@ struct PointerInput {
     float pressure = 0.0F;
 };
 
+/// What takes the pointer over a window of ours. Main thread only.
+class PointerReceiver {
+public:
+    virtual void pointer(const PointerInput &input) = 0;
+    /// The pointer came over the window, or the window came below the pointer; device pixels from
+    /// the window's top left corner.
+    virtual void pointerEntered(const QPointF &position) = 0;
+
+protected:
+    ~PointerReceiver() = default;
+};
+
 /// Shift, control, option and command; the caps lock is none of the toolkit's modifiers.
 [[nodiscard]] std::uint64_t modifierFlags(Qt::KeyboardModifiers modifiers);
 /// The same of a core event's state, caps lock included.

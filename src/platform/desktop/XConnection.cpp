@@ -134,6 +134,20 @@ std::vector<xcb_window_t> XConnection::topLevels() const
     return {children, children + xcb_query_tree_children_length(tree.get())};
 }
 
+xcb_window_t XConnection::topLevelOf(xcb_window_t window) const
+{
+    xcb_window_t topLevel = window;
+    while (topLevel != XCB_NONE) {
+        const XReply<xcb_query_tree_reply_t> tree(
+            xcb_query_tree_reply(connection_, xcb_query_tree(connection_, topLevel), nullptr));
+        if (tree && tree->parent == root_) {
+            return topLevel;
+        }
+        topLevel = tree ? tree->parent : xcb_window_t{XCB_NONE};
+    }
+    return XCB_NONE;
+}
+
 void XConnection::addEvents(xcb_window_t window, std::uint32_t mask) const
 {
     const XReply<xcb_get_window_attributes_reply_t> present(xcb_get_window_attributes_reply(

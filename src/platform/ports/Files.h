@@ -37,13 +37,14 @@ public:
     virtual bool writeAtomically(const std::string &path, const Data &bytes) = 0;
     /// Renames within a folder tree; false when `to` exists.
     virtual bool move(const std::string &from, const std::string &to) = 0;
-    /// A file, or a folder with all that is in it; false when `from` is missing, `to` exists or a
-    /// part of it could not be copied. Links are copied as links.
+    /// A file, or a folder with all that is in it. Links are copied as links. False when `from` is
+    /// missing, when `to` exists or lies in `from`, and when a part could not be copied: then all
+    /// the other parts are there.
     virtual bool copy(const std::string &from, const std::string &to) = 0;
     /// A symbolic link at `path`; false when something is there, be it a link to nothing.
     virtual bool createLink(const std::string &path, const std::string &target) = 0;
-    /// What file managers show for the folder, as far as the desktop's do; false when that could
-    /// not be set.
+    /// What file managers show for the folder, as far as the desktop's do. A look that the user
+    /// gave the folder stays. False when there is no folder or no icon, or it could not be set.
     virtual bool setFolderIcon(const std::string &folder, const ImagePtr &icon) = 0;
     /// Seconds since the last change by the wall clock; nothing for a missing file.
     [[nodiscard]] virtual std::optional<double> age(const std::string &path) const = 0;

@@ -98,6 +98,11 @@ public:
     virtual void drawImage(const ImagePtr &image, const Rect &rect, CompositingOperation operation,
                            double fraction) = 0;
 
+    /// Fills `rect` with copies of the picture, the first of them at the origin of present
+    /// coordinates, one point for each pixel.
+    virtual void fillPattern(const Rect &rect, const ImagePtr &image,
+                             CompositingOperation operation) = 0;
+
     /// Lines top down from the upper edge of `rect`, wrapped at its width, clipped to it, in the
     /// fill colour. The text position is then where the baseline of the last line ends.
     virtual void drawText(std::u16string_view text, const Rect &rect, const Font &font,

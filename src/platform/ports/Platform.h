@@ -8,6 +8,7 @@ class Files;
 class MainThread;
 class Pictures;
 class Processes;
+class ScreenCapture;
 class SystemLog;
 class WindowServer;
 
@@ -32,6 +33,7 @@ public:
     virtual Files &files() = 0;
     virtual Pictures &pictures() = 0;
     virtual Processes &processes() = 0;
+    virtual ScreenCapture &screenCapture() = 0;
     virtual SystemLog &systemLog() = 0;
 };
 

@@ -39,6 +39,9 @@ struct CursorRect {
     ImagePtr image;
     /// The point of the picture that points, from its top left corner.
     Point hotSpot;
+
+    /// Pictures are the same when they are one object.
+    friend bool operator==(const CursorRect &, const CursorRect &) = default;
 };
 
 /// What a window looks like to the window system: one frameless translucent area of the screen.
@@ -80,6 +83,13 @@ public:
     virtual void displayIfNeeded() = 0;
 };
 
+/// A window of this process as a listing shows it.
+struct WindowInfo {
+    int number = 0;
+    std::string title;
+    int level = 0;
+};
+
 /// The window system: makes surfaces and knows their order.
 class WindowServer {
 public:
@@ -89,6 +99,8 @@ public:
     [[nodiscard]] virtual std::unique_ptr<WindowSurface> createSurface(WindowEvents &events) = 0;
     /// Numbers of the shown surfaces of this process, from the frontmost to the rearmost.
     [[nodiscard]] virtual std::vector<int> orderedWindows() const = 0;
+    /// The same windows in the same order, with what is known of them.
+    [[nodiscard]] virtual std::vector<WindowInfo> windows() const = 0;
 };
 
 } // namespace orv::platform

@@ -6,6 +6,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -23,6 +24,73 @@ constexpr double kNanosecondsPerSecond = 1e9;
 bool hasNullByte(const std::string &path)
 {
     return path.find('\0') != std::string::npos;
+}
+
+namespace fs = std::filesystem;
+
+/// Nothing there, not even a link to nothing.
+bool isFree(const fs::path &path)
+{
+    std::error_code error;
+    return fs::symlink_status(path, error).type() == fs::file_type::not_found;
+}
+
+/// Whether what is made at `path` would lie in the folder, by whatever way it is named.
+bool isWithin(const fs::path &path, const fs::path &folder)
+{
+    std::error_code error;
+    const fs::path whole = fs::canonical(folder, error);
+    const fs::path parent = fs::canonical(path.parent_path(), error);
+    const auto end = std::mismatch(whole.begin(), whole.end(), parent.begin(), parent.end()).first;
+    return fs::is_directory(fs::symlink_status(folder, error)) && end == whole.end();
+}
+
+bool copyFile(const fs::path &from, const fs::path &to)
+{
+    std::error_code error;
+    if (fs::copy_file(from, to, error)) {
+        return true;
+    }
+    if (error != std::errc::file_exists) {
+        fs::remove(to, error);
+    }
+    return false;
+}
+
+bool copyFolder(const fs::path &from, const fs::path &to);
+
+bool copyOne(const fs::path &from, const fs::path &to)
+{
+    std::error_code error;
+    switch (fs::symlink_status(from, error).type()) {
+    case fs::file_type::regular:
+        return copyFile(from, to);
+    case fs::file_type::symlink:
+        fs::copy_symlink(from, to, error);
+        return !error;
+    case fs::file_type::directory:
+        return copyFolder(from, to);
+    default:
+        return false;
+    }
+}
+
+bool copyFolder(const fs::path &from, const fs::path &to)
+{
+    std::error_code error;
+    if (!fs::create_directory(to, error)) {
+        return false;
+    }
+    bool isWhole = true;
+    fs::directory_iterator entry(from, error);
+    while (!error && entry != fs::directory_iterator()) {
+        isWhole = copyOne(entry->path(), to / entry->path().filename()) && isWhole;
+        entry.increment(error);
+    }
+    isWhole = isWhole && !error;
+    // Last, for the folder may be one that nothing can be put into.
+    fs::permissions(to, fs::status(from, error).permissions(), error);
+    return isWhole && !error;
 }
 
 } // namespace
@@ -63,14 +131,8 @@ bool PosixFiles::move(const std::string &from, const std::string &to)
 
 bool PosixFiles::copy(const std::string &from, const std::string &to)
 {
-    namespace fs = std::filesystem;
-    std::error_code error;
-    if (hasNullByte(from) || hasNullByte(to) || fs::exists(fs::symlink_status(to, error)) ||
-        !exists(from)) {
-        return false;
-    }
-    fs::copy(from, to, fs::copy_options::recursive | fs::copy_options::copy_symlinks, error);
-    return !error;
+    return !hasNullByte(from) && !hasNullByte(to) && isFree(to) && !isWithin(to, from) &&
+           copyOne(from, to);
 }
 
 bool PosixFiles::createLink(const std::string &path, const std::string &target)

@@ -1,12 +1,17 @@
 #include "platform/raster/PictureFiles.h"
 
 #include "platform/raster/Pictures.h"
+#include "platform/raster/RasterContext.h"
 
 #include <sys/stat.h>
+
+#include <utility>
 
 namespace orv::platform {
 
 namespace {
+
+constexpr int kMaxSide = 16384;
 
 std::string finerPath(const std::string &path)
 {
@@ -25,9 +30,11 @@ std::size_t bytesOf(const ImagePtr &image)
     return pixels * sizeof(std::uint32_t) + bytesOf(image->finer());
 }
 
-ImagePtr withFiner(const ImagePtr &image, const ImagePtr &finer)
+ImagePtr readBoth(const std::string &path, const std::string &finerOne)
 {
-    if (!image || !finer) {
+    ImagePtr image = readPicture(path);
+    const ImagePtr finer = image ? readPicture(finerOne) : nullptr;
+    if (!finer) {
         return image;
     }
     auto both = std::make_shared<Image>(*image);
@@ -43,41 +50,56 @@ PictureFiles::Stamp PictureFiles::stampOf(const std::string &path)
     if (path.find('\0') != std::string::npos || ::stat(path.c_str(), &status) != 0) {
         return {};
     }
-    return {status.st_mtim.tv_sec, status.st_mtim.tv_nsec, status.st_size, status.st_ino};
+    return {status.st_ctim.tv_sec, status.st_ctim.tv_nsec, status.st_size, status.st_ino,
+            status.st_dev};
 }
 
-void PictureFiles::forget(std::list<Entry>::iterator entry)
+void PictureFiles::forget(const std::string &path)
 {
-    size_ -= entry->size;
-    byPath_.erase(entry->path);
-    entries_.erase(entry);
+    const auto found = byPath_.find(path);
+    if (found != byPath_.end()) {
+        size_ -= found->second->size;
+        entries_.erase(found->second);
+        byPath_.erase(found);
+    }
+}
+
+void PictureFiles::keep(Entry entry)
+{
+    forget(entry.path);
+    // Files that are no pictures count too.
+    entry.size = bytesOf(entry.image) + sizeof(Entry) + 2 * entry.path.size();
+    size_ += entry.size;
+    entries_.push_front(std::move(entry));
+    byPath_[entries_.front().path] = entries_.begin();
+    while (size_ > kept && entries_.size() > 1) {
+        forget(std::string(entries_.back().path));
+    }
 }
 
 ImagePtr PictureFiles::picture(const std::string &path)
 {
-    const std::scoped_lock lock(mutex_);
     const std::string finer = finerPath(path);
+    // Before the file is read: what changes meanwhile makes another stamp.
     const Stamp stamp = stampOf(path);
     const Stamp finerStamp = stampOf(finer);
-    if (const auto found = byPath_.find(path); found != byPath_.end()) {
-        const auto entry = found->second;
-        if (entry->stamp == stamp && entry->finerStamp == finerStamp) {
-            entries_.splice(entries_.begin(), entries_, entry);
-            return entry->image;
+    {
+        const std::scoped_lock lock(mutex_);
+        if (stamp == Stamp{}) {
+            forget(path);
+            return nullptr;
         }
-        forget(entry);
+        const auto found = byPath_.find(path);
+        if (found != byPath_.end() && found->second->stamp == stamp &&
+            found->second->finerStamp == finerStamp) {
+            entries_.splice(entries_.begin(), entries_, found->second);
+            return found->second->image;
+        }
+        ++decoded_;
     }
-    if (stamp == Stamp{}) {
-        return nullptr;
-    }
-    ++decoded_;
-    const ImagePtr image = withFiner(readPicture(path), readPicture(finer));
-    entries_.push_front({path, stamp, finerStamp, image, bytesOf(image)});
-    byPath_[path] = entries_.begin();
-    size_ += entries_.front().size;
-    while (size_ > kept && entries_.size() > 1) {
-        forget(std::prev(entries_.end()));
-    }
+    ImagePtr image = readBoth(path, finer);
+    const std::scoped_lock lock(mutex_);
+    keep({path, stamp, finerStamp, image});
     return image;
 }
 
@@ -85,6 +107,24 @@ std::uint64_t PictureFiles::decoded() const
 {
     const std::scoped_lock lock(mutex_);
     return decoded_;
+}
+
+ImagePtr PictureFiles::paint(int width, int height,
+                             const std::function<void(GraphicsContext &)> &body)
+{
+    if (width <= 0 || height <= 0 || width > kMaxSide || height > kMaxSide) {
+        return nullptr;
+    }
+    auto image = std::make_shared<Image>(width, height);
+    RasterContext context(*image, PixelGrid{image->size(), 1.0});
+    body(context);
+    return image;
+}
+
+bool PictureFiles::save(const std::string &path, const Image &image, PictureKind kind,
+                        float quality)
+{
+    return writePicture(path, image, kind, quality);
 }
 
 } // namespace orv::platform

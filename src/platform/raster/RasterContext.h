@@ -61,9 +61,14 @@ public:
     void strokePath(const Path &path) override;
     void fillPath(const Path &path) override;
     void fillRect(const Rect &rect, CompositingOperation operation) override;
-    /// Pixel by pixel where it is neither scaled nor turned, else smoothed.
+    /// Pixel by pixel where it is neither scaled nor turned, else smoothed. The finer one where a
+    /// pixel would cover more than one of the device.
     void drawImage(const ImagePtr &image, const Rect &rect, CompositingOperation operation,
                    double fraction) override;
+    /// As `drawImage` where copies come to whole pixels, else without seams between them. A pattern
+    /// that is reduced until 64 million of its pixels are in sight paints nothing.
+    void fillPattern(const Rect &rect, const ImagePtr &image,
+                     CompositingOperation operation) override;
     void drawText(std::u16string_view text, const Rect &rect, const Font &font,
                   TextAlignment alignment) override;
     [[nodiscard]] Size measureText(std::u16string_view text, const Font &font) override;

@@ -49,6 +49,7 @@ void View::setFrameRotation(double degrees)
 {
     setNeedsDisplay(true);
     frameRotation_ = degrees;
+    updateCursorRects();
     setNeedsDisplay(true);
 }
 
@@ -59,6 +60,7 @@ void View::setHidden(bool hidden)
     }
     setNeedsDisplay(true);
     isHidden_ = hidden;
+    updateCursorRects();
     setNeedsDisplay(true);
 }
 
@@ -80,6 +82,7 @@ void View::addSubview(const std::shared_ptr<View> &view)
     subviews_.push_back(keep);
     keep->superview_ = this;
     keep->setWindow(window_);
+    updateCursorRects();
     keep->setNeedsDisplay(true);
 }
 
@@ -92,6 +95,7 @@ void View::removeFromSuperview()
     setNeedsDisplay(true);
     auto &siblings = superview_->subviews_;
     siblings.erase(std::find(siblings.begin(), siblings.end(), keep));
+    updateCursorRects();
     superview_ = nullptr;
     setWindow(nullptr);
 }
@@ -281,6 +285,11 @@ void View::invalidateCursorRects()
 {
     cursorRects_.clear();
     resetCursorRects();
+    updateCursorRects();
+}
+
+void View::updateCursorRects() const
+{
     if (window_ != nullptr) {
         window_->updateCursorRects();
     }

@@ -103,6 +103,7 @@ public:
 private:
     friend class Window;
     void setWindow(Window *window);
+    void updateCursorRects() const;
     [[nodiscard]] AffineTransform toSuperview() const;
 
     Rect frame_;

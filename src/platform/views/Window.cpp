@@ -5,7 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <vector>
+#include <utility>
 
 namespace orv::platform {
 
@@ -46,6 +46,9 @@ Rect rectInWindow(const View &view, const Rect &rect)
 
 void collectCursorRects(const View &view, std::vector<CursorRect> &rects)
 {
+    if (view.isHidden()) {
+        return;
+    }
     for (const auto &[rect, cursor] : view.cursorRects()) {
         rects.push_back({rectInWindow(view, rect),
                          cursor.picture ? cursor.picture->image() : nullptr, cursor.hotSpot});
@@ -161,6 +164,14 @@ void Window::setIgnoresMouseEvents(bool ignores)
 void Window::setBackgroundColor(const Color &color)
 {
     backgroundColor_ = color;
+    backgroundPattern_ = nullptr;
+    setNeedsDisplayInRect({{0.0, 0.0}, frame_.size});
+}
+
+void Window::setBackgroundPattern(ImagePtr pattern)
+{
+    backgroundColor_ = Color::clear();
+    backgroundPattern_ = std::move(pattern);
     setNeedsDisplayInRect({{0.0, 0.0}, frame_.size});
 }
 
@@ -216,6 +227,7 @@ void Window::setContentView(const std::shared_ptr<View> &view)
     contentView_ = view;
     contentView_->setWindow(this);
     contentView_->setFrame({{0.0, 0.0}, frame_.size});
+    updateCursorRects();
 }
 
 void Window::setNeedsDisplayInRect(const Rect &rect)
@@ -229,7 +241,10 @@ void Window::updateCursorRects()
 {
     std::vector<CursorRect> rects;
     collectCursorRects(*contentView_, rects);
-    onMain([&] { surface_->setCursorRects(rects); });
+    if (rects != cursorRects_) {
+        cursorRects_ = std::move(rects);
+        onMain([&] { surface_->setCursorRects(cursorRects_); });
+    }
 }
 
 void Window::sendEvent(const Event &event)

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace orv::platform {
 
@@ -52,6 +53,10 @@ public:
     void setIgnoresMouseEvents(bool ignores);
     [[nodiscard]] const Color &backgroundColor() const { return backgroundColor_; }
     void setBackgroundColor(const Color &color);
+    /// A picture that is tiled from the window's bottom left corner; the colour is then clear. Null
+    /// for none, as after `setBackgroundColor`.
+    [[nodiscard]] const ImagePtr &backgroundPattern() const { return backgroundPattern_; }
+    void setBackgroundPattern(ImagePtr pattern);
 
     [[nodiscard]] bool isVisible() const { return isVisible_; }
     void setIsVisible(bool visible);
@@ -78,7 +83,7 @@ public:
     [[nodiscard]] Point convertPointToScreen(Point p) const { return p + frame_.origin; }
     [[nodiscard]] Point convertPointFromScreen(Point p) const { return p - frame_.origin; }
 
-    /// Tells the surface what its views registered; they call it when that changes.
+    /// Tells the surface what its visible views registered; they call it when that changes.
     void updateCursorRects();
     /// Hands the event to the view it belongs to. A mouse event that carries another window's
     /// number is not this window's and does nothing. A press is held: drags and the release go to
@@ -107,6 +112,8 @@ private:
     bool ignoresMouseEvents_ = false;
     bool isVisible_ = false;
     Color backgroundColor_ = Color::white();
+    ImagePtr backgroundPattern_;
+    std::vector<CursorRect> cursorRects_;
     std::shared_ptr<View> contentView_;
     std::weak_ptr<View> firstResponder_;
     std::weak_ptr<View> pressedView_;

@@ -49,22 +49,34 @@ void VirtualDesktop::setDesktop(const std::string &desktop)
 ImagePtr VirtualDesktop::composePicture(DisplayID display) const
 {
     const std::optional<Screen> screen = displays_.screen(display);
-    if (!screen) {
+    return screen ? compose(screen->frame, screen->scale,
+                            [](const VirtualWindowSurface &) { return true; })
+                  : nullptr;
+}
+
+ImagePtr VirtualDesktop::compose(const Rect &area, double scale, const WindowFilter &isShown) const
+{
+    const PixelGrid grid{area.size, scale};
+    if (grid.pixelWidth() <= 0 || grid.pixelHeight() <= 0) {
         return nullptr;
     }
-    const PixelGrid grid{screen->frame.size, screen->scale};
     auto composed = std::make_shared<Image>(grid.pixelWidth(), grid.pixelHeight());
     RasterContext context(*composed, grid);
-    const Point origin = screen->frame.origin;
-    context.concatenate(AffineTransform::translation(-origin.x, -origin.y));
-
-    context.setFillColor(color_);
-    context.fillRect(screen->frame.insetBy(-1.0, -1.0), CompositingOperation::copy);
-    context.drawImage(picture_, screen->frame, CompositingOperation::copy, 1.0);
+    context.concatenate(AffineTransform::translation(-area.origin.x, -area.origin.y));
+    context.setFillColor(Color::black());
+    context.fillRect(area.insetBy(-1.0, -1.0), CompositingOperation::copy);
+    for (const Screen &screen : displays_.screens()) {
+        context.saveState();
+        context.clipToRect(screen.frame);
+        context.setFillColor(color_);
+        context.fillRect(screen.frame.insetBy(-1.0, -1.0), CompositingOperation::copy);
+        context.drawImage(picture_, screen.frame, CompositingOperation::copy, 1.0);
+        context.restoreState();
+    }
     std::vector<VirtualWindowSurface *> rearFirst = windows_.surfaces();
     std::reverse(rearFirst.begin(), rearFirst.end());
     for (const VirtualWindowSurface *surface : rearFirst) {
-        if (surface->isVisible()) {
+        if (surface->isVisible() && isShown(*surface)) {
             context.drawImage(surface->contents(), surface->frame(),
                               CompositingOperation::sourceOver, surface->alpha());
         }

@@ -4,11 +4,13 @@
 #include "platform/values/Color.h"
 #include "platform/values/Image.h"
 
+#include <functional>
 #include <string>
 
 namespace orv::platform {
 
 class VirtualWindowServer;
+class VirtualWindowSurface;
 
 /// What somebody in front of a virtual display would see.
 ///
@@ -27,6 +29,11 @@ public:
     /// The desktop, then all shown windows by level and order with their alpha, in the display's
     /// device pixels; null for an unknown display. Shows what was drawn so far.
     [[nodiscard]] ImagePtr composePicture(DisplayID display) const;
+    /// The same of any rectangle, in global points with y up, and of the windows that `isShown`
+    /// picks, in the pixels of `scale` a point; black where no display is.
+    using WindowFilter = std::function<bool(const VirtualWindowSurface &)>;
+    [[nodiscard]] ImagePtr compose(const Rect &area, double scale,
+                                   const WindowFilter &isShown) const;
 
 private:
     const Displays &displays_;

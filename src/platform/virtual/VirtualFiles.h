@@ -5,6 +5,7 @@
 #include <atomic>
 #include <cstdint>
 #include <map>
+#include <mutex>
 #include <string>
 
 namespace orv::platform {
@@ -25,15 +26,14 @@ public:
     [[nodiscard]] std::string resourceFolder() const override { return resources_; }
     /// The file is stamped with the virtual time.
     bool writeAtomically(const std::string &path, const Data &bytes) override;
+    /// Copied files are stamped with the virtual time.
+    bool copy(const std::string &from, const std::string &to) override;
     /// Keeps the icon in memory; false for a missing folder and for no icon.
     bool setFolderIcon(const std::string &folder, const ImagePtr &icon) override;
     [[nodiscard]] std::optional<double> age(const std::string &path) const override;
 
     /// By folder, as they were set.
-    [[nodiscard]] const std::map<std::string, ImagePtr> &folderIcons() const
-    {
-        return folderIcons_;
-    }
+    [[nodiscard]] std::map<std::string, ImagePtr> folderIcons() const;
     [[nodiscard]] const std::string &home() const { return home_; }
     /// Makes the last change of a file `seconds` old; false when that cannot be done.
     bool setAge(const std::string &path, double seconds);
@@ -45,6 +45,7 @@ private:
     std::string home_;
     std::string resources_;
     std::atomic<std::uint64_t> freeBytes_;
+    mutable std::mutex mutex_;
     std::map<std::string, ImagePtr> folderIcons_;
 };
 

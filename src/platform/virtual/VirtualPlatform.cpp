@@ -10,7 +10,8 @@ VirtualPlatform::VirtualPlatform(const VirtualSettings &settings)
       applications_(settings, hooks_),
       files_(mainThread_, settings.home, settings.resources, settings.freeBytes),
       processes_(hooks_), input_(mainThread_, displays_, windowServer_),
-      desktop_(displays_, windowServer_, settings.desktop)
+      desktop_(displays_, windowServer_, settings.desktop),
+      screenCapture_(displays_, windowServer_, desktop_)
 {
     ensureGuiApplication();
     mainThread_.setErrorSink([this](const std::string &text) { systemLog_.write(text); });

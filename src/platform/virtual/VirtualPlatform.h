@@ -9,6 +9,7 @@
 #include "platform/virtual/VirtualInput.h"
 #include "platform/virtual/VirtualMainThread.h"
 #include "platform/virtual/VirtualProcesses.h"
+#include "platform/virtual/VirtualScreenCapture.h"
 #include "platform/virtual/VirtualSettings.h"
 #include "platform/virtual/VirtualSystemLog.h"
 #include "platform/virtual/VirtualWindowServer.h"
@@ -36,6 +37,7 @@ public:
     VirtualFiles &files() override { return files_; }
     PictureFiles &pictures() override { return pictures_; }
     VirtualProcesses &processes() override { return processes_; }
+    VirtualScreenCapture &screenCapture() override { return screenCapture_; }
     VirtualSystemLog &systemLog() override { return systemLog_; }
 
     VirtualInput &input() { return input_; }
@@ -55,6 +57,7 @@ private:
     VirtualProcesses processes_;
     VirtualInput input_;
     VirtualDesktop desktop_;
+    VirtualScreenCapture screenCapture_;
 };
 
 } // namespace orv::platform

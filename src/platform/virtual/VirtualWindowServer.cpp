@@ -30,6 +30,17 @@ std::vector<int> VirtualWindowServer::orderedWindows() const
     return numbers;
 }
 
+std::vector<WindowInfo> VirtualWindowServer::windows() const
+{
+    std::vector<WindowInfo> found;
+    for (const VirtualWindowSurface *surface : surfaces()) {
+        if (surface->isVisible()) {
+            found.push_back({surface->windowNumber(), surface->title(), surface->level()});
+        }
+    }
+    return found;
+}
+
 std::vector<VirtualWindowSurface *> VirtualWindowServer::surfaces() const
 {
     std::vector<VirtualWindowSurface *> ordered = stack_;

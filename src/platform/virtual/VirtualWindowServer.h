@@ -23,6 +23,7 @@ public:
 
     [[nodiscard]] std::unique_ptr<WindowSurface> createSurface(WindowEvents &events) override;
     [[nodiscard]] std::vector<int> orderedWindows() const override;
+    [[nodiscard]] std::vector<WindowInfo> windows() const override;
 
     /// All surfaces: the shown ones from the frontmost to the rearmost, then the others by number.
     [[nodiscard]] std::vector<VirtualWindowSurface *> surfaces() const;

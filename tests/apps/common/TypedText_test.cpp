@@ -24,7 +24,8 @@ TEST(TypedText, isOneRecordForEachUnitSpreadOverTheTime)
     const auto records = typedRecords(Json::parse(R"({"text": "ab", "seconds": 1})"), 17);
 
     ASSERT_EQ(records.size(), 2U);
-    EXPECT_EQ(hexText(records[0].record).substr(0, 40), "11000000feef000040000000" "0000000000000061");
+    EXPECT_EQ(hexText(records[0].record).substr(0, 40), "11000000feef000040000000"
+                                                        "0000000000000061");
     EXPECT_EQ(records[0].seconds, 0.5);
     EXPECT_EQ(records[1].seconds, 1.0);
 }

@@ -43,7 +43,10 @@ TEST_F(HostDesk, TheFirstGenerationTogglesAndReportsWithItsOwnRecords)
 {
     usePlugin(12);
     send(0);
-    EXPECT_THAT(takeRecords(), ElementsAre("3 1 0 0 0 0", "4 1 0 0 0 0", "7 1 0 0 0 0"));
+    // The text tool's menu gives its start values to the canvas, and the pen takes over from it:
+    // twice the client is told to put its keyboard away.
+    EXPECT_THAT(takeRecords(), ElementsAre("3 1 0 0 0 0", "4 1 0 0 0 0", "7 1 0 0 0 0",
+                                           "1 0 0 0 0 0", "1 0 0 0 0 0"));
     send(0);
     EXPECT_THAT(takeRecords(), ElementsAre("4 0 0 0 0 0", "7 0 0 0 0 0", "3 0 0 0 0 0"));
     EXPECT_FALSE(state().m_bInAnnotationMode);

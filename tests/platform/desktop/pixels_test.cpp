@@ -1,10 +1,12 @@
 #include "platform/desktop/InkRuns.h"
 #include "platform/desktop/PixelDifference.h"
+#include "platform/desktop/PointerLooks.h"
 
 #include <gmock/gmock.h>
 
 #include <algorithm>
 #include <cstdint>
+#include <memory>
 #include <random>
 
 namespace orv::platform {
@@ -122,6 +124,35 @@ TEST(OpaqueColor, takesTheTransparencyOutOfThePixel)
     EXPECT_EQ(opaqueColor(0x80402010U), 0xff804020U);
     EXPECT_EQ(opaqueColor(0xff123456U), 0xff123456U);
     EXPECT_EQ(opaqueColor(0x00000000U), 0xff000000U);
+}
+
+TEST(CursorPixels, areTheFinerOnesOnADisplayOfTwiceTheScale)
+{
+    auto coarse = std::make_shared<Image>(2, 3);
+    auto fine = std::make_shared<Image>(4, 6);
+    fill(*fine, {1, 2, 2, 2}, kRed);
+    coarse->setFiner(fine);
+
+    EXPECT_EQ(cursorPixels(coarse, 1.0), *coarse);
+    EXPECT_EQ(cursorPixels(coarse, 2.0), *fine);
+}
+
+TEST(CursorPixels, growWithTheScaleWhereThereIsNoFinerPicture)
+{
+    auto picture = std::make_shared<Image>(2, 3);
+    fill(*picture, {0, 0, 2, 3}, kPale);
+
+    const Image grown = cursorPixels(picture, 1.5);
+
+    EXPECT_EQ(grown.width(), 3);
+    EXPECT_EQ(grown.height(), 5);
+    EXPECT_EQ(grown.pixel(1, 1), kPale);
+}
+
+TEST(CursorPixels, areNoneForAPictureWithoutAny)
+{
+    EXPECT_EQ(cursorPixels(nullptr, 1.0), Image(0, 0));
+    EXPECT_EQ(cursorPixels(std::make_shared<Image>(0, 5), 1.0), Image(0, 0));
 }
 
 } // namespace orv::platform

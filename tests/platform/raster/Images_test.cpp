@@ -123,6 +123,77 @@ TEST(Images, StretchedOverPartsOfPixelsCoverThemInPart)
     EXPECT_EQ(surface.at(2, 0), 0U);
 }
 
+/// One blue point, with four colours in its finer one.
+ImagePtr bluePointWithFinerTwoByTwo()
+{
+    auto image = std::make_shared<Image>(1, 1);
+    *image->data() = 0xFF0000FF;
+    image->setFiner(twoByTwo());
+    return image;
+}
+
+TEST(Images, AreFinerWhereAPixelWouldCoverMoreThanOneOfTheDevice)
+{
+    Surface scaled(1, 1, 2.0);
+    Surface enlarged(2, 2);
+
+    scaled.paint([](GraphicsContext &context) {
+        context.drawImage(bluePointWithFinerTwoByTwo(), Rect::make(0.0, 0.0, 1.0, 1.0),
+                          CompositingOperation::sourceOver, 1.0);
+    });
+    enlarged.paint([](GraphicsContext &context) {
+        context.concatenate(AffineTransform{2.0, 0.0, 0.0, 2.0, 0.0, 0.0});
+        context.drawImage(bluePointWithFinerTwoByTwo(), Rect::make(0.0, 0.0, 1.0, 1.0),
+                          CompositingOperation::sourceOver, 1.0);
+    });
+
+    EXPECT_EQ(scaled.image(), *twoByTwo());
+    EXPECT_EQ(enlarged.image(), *twoByTwo());
+}
+
+TEST(Images, AreFinerWhereTheyAreStretchedOneWayOnly)
+{
+    Surface surface(2, 1);
+
+    surface.paint([](GraphicsContext &context) {
+        context.drawImage(bluePointWithFinerTwoByTwo(), Rect::make(0.0, 0.0, 2.0, 1.0),
+                          CompositingOperation::copy, 1.0);
+    });
+
+    EXPECT_EQ(surface.at(0, 0), 0xFF800080U) << "the mean of the left column";
+    EXPECT_EQ(surface.at(1, 0), 0xFF80FF80U) << "the mean of the right column";
+}
+
+TEST(Images, AreNotFinerThanTheirPlace)
+{
+    Surface surface(2, 1);
+
+    surface.paint([](GraphicsContext &context) {
+        context.drawImage(bluePointWithFinerTwoByTwo(), Rect::make(0.0, 0.0, 1.0, 1.0),
+                          CompositingOperation::sourceOver, 1.0);
+        context.drawImage(bluePointWithFinerTwoByTwo(), Rect::make(1.0, 0.0, 0.5, 1.0),
+                          CompositingOperation::sourceOver, 1.0);
+    });
+
+    EXPECT_EQ(surface.at(0, 0), 0xFF0000FFU);
+    EXPECT_EQ(surface.at(1, 0) & 0x00FFFFFFU, surface.at(1, 0) >> 24U) << "blue alone";
+}
+
+TEST(Images, WithoutPixelsInTheirFinerOneAreDrawnFromThemselves)
+{
+    auto image = std::make_shared<Image>(1, 1);
+    *image->data() = 0xFF0000FF;
+    image->setFiner(std::make_shared<Image>(0, 0));
+    Surface surface(1, 1, 2.0);
+
+    surface.paint([&](GraphicsContext &context) {
+        context.drawImage(image, Rect::make(0.0, 0.0, 1.0, 1.0), CompositingOperation::sourceOver,
+                          1.0);
+    });
+
+    EXPECT_EQ(surface.at(1, 1), 0xFF0000FFU);
+}
+
 TEST(Images, ThatAreMissingOrHaveNoAreaPaintNothing)
 {
     Surface surface(2, 2);

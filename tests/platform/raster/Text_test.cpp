@@ -6,6 +6,9 @@
 #include <QFontInfo>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <vector>
+
 namespace orv::platform {
 namespace {
 
@@ -157,6 +160,50 @@ TEST(Text, IsAlignedInTheRectangle)
     EXPECT_NEAR(left(TextAlignment::right), 187, 3);
 }
 
+TEST(Text, WidthsCountSpacesAtTheEnd)
+{
+    const Font font{"Helvetica", 20.0, false};
+    const double space = measured(u" ", font).width;
+
+    EXPECT_NEAR(space, 20.0 * 0.278, 0.02);
+    EXPECT_NEAR(measured(u"ab  ", font).width, measured(u"ab", font).width + 2.0 * space, 0.02);
+    EXPECT_NEAR(measured(u"ab  \nc", font).width, measured(u"ab  ", font).width, 1e-9);
+}
+
+/// All pixels of a character, 40 points high.
+std::vector<std::uint32_t> glyph(std::u16string_view character)
+{
+    Surface surface(60, 60);
+    surface.paint([character](GraphicsContext &context) {
+        context.drawText(character, Rect::make(0.0, 0.0, 60.0, 60.0), {"Helvetica", 40.0, false},
+                         TextAlignment::left);
+    });
+    const Image &image = surface.image();
+    return {image.data(), image.data() + image.width() * image.height()};
+}
+
+TEST(Text, TakesWhatItsFaceLacksFromAnother)
+{
+    const auto alef = glyph(u"\u05D0");
+    const auto missing = glyph(u"\u0378");
+
+    EXPECT_GT(std::count_if(alef.begin(), alef.end(), [](auto pixel) { return pixel != 0; }), 50);
+    EXPECT_NE(alef, missing) << "the box that stands for a character of no face";
+    EXPECT_NE(alef, glyph(u"\u05D1"));
+}
+
+TEST(Text, ALoneSurrogateIsTheReplacementCharacter)
+{
+    const char16_t high = 0xD83D;
+    const char16_t low = 0xDE00;
+    const auto replacement = glyph(u"\uFFFD");
+
+    EXPECT_NE(replacement, glyph(u" "));
+    EXPECT_EQ(glyph({&high, 1}), replacement);
+    EXPECT_EQ(glyph({&low, 1}), replacement);
+    EXPECT_EQ(measured({&high, 1}, {}), measured(u"\uFFFD", {}));
+}
+
 TEST(Text, KeepsTheStateAroundIt)
 {
     Surface surface(20, 20);
@@ -169,6 +216,13 @@ TEST(Text, KeepsTheStateAroundIt)
     });
 
     EXPECT_EQ(surface.at(17, 2), 0xFF00FF00U);
+}
+
+TEST(FontMetrics, AreThoseOfHelvetica)
+{
+    EXPECT_DOUBLE_EQ(capHeight({"Helvetica", 2048.0}), 1469.0);
+    EXPECT_DOUBLE_EQ(descender({"Helvetica", 2048.0}), -471.0);
+    EXPECT_DOUBLE_EQ(capHeight({"Helvetica", 20.0}), 20.0 * 1469.0 / 2048.0);
 }
 
 } // namespace

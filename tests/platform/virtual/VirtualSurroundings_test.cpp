@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <fstream>
 
 namespace orv::platform {
@@ -213,6 +214,38 @@ TEST_F(VirtualFilesTest, AgesCountByTheVirtualWallClock)
     EXPECT_NEAR(files_.age(path).value(), 90000.0, 1e-3);
     EXPECT_EQ(files_.age(path + "2"), std::nullopt);
     EXPECT_FALSE(files_.setAge(path + "2", 1.0));
+}
+
+TEST_F(VirtualFilesTest, CopiedFilesAreAsNewAsTheVirtualClockSays)
+{
+    const std::string &home = desk_.home.path();
+    ASSERT_TRUE(files_.createFolder(home + "/from/inner"));
+    ASSERT_TRUE(files_.writeAtomically(home + "/from/inner/file", {1}));
+    desk_.platform.mainThread().advance(3600.0);
+
+    ASSERT_TRUE(files_.copy(home + "/from", home + "/to"));
+    ASSERT_TRUE(files_.copy(home + "/from/inner/file", home + "/single"));
+
+    EXPECT_NEAR(files_.age(home + "/to/inner/file").value(), 0.0, 1e-3);
+    EXPECT_NEAR(files_.age(home + "/single").value(), 0.0, 1e-3);
+    EXPECT_NEAR(files_.age(home + "/from/inner/file").value(), 3600.0, 1e-3);
+    EXPECT_FALSE(files_.copy(home + "/single", home + "/from/inner/file"));
+    EXPECT_NEAR(files_.age(home + "/from/inner/file").value(), 3600.0, 1e-3);
+}
+
+TEST_F(VirtualFilesTest, IconsOfFoldersAreKeptInMemory)
+{
+    const std::string &home = desk_.home.path();
+    const auto icon = std::make_shared<const Image>(2, 2);
+    ASSERT_TRUE(files_.writeAtomically(home + "/file", {1}));
+
+    EXPECT_TRUE(files_.setFolderIcon(home + "/Desktop", icon));
+    EXPECT_FALSE(files_.setFolderIcon(home + "/Documents", nullptr));
+    EXPECT_FALSE(files_.setFolderIcon(home + "/missing", icon));
+    EXPECT_FALSE(files_.setFolderIcon(home + "/file", icon));
+
+    EXPECT_THAT(files_.folderIcons(), ElementsAre(testing::Pair(home + "/Desktop", icon)));
+    EXPECT_TRUE(std::filesystem::is_empty(home + "/Desktop"));
 }
 
 TEST_F(VirtualFilesTest, FreeSpaceIsWhatItIsSaidToBe)

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
+#include <QProcess>
 #include <QTimer>
 
 #include <algorithm>
@@ -121,6 +122,24 @@ void InkWindow::draw(GraphicsContext &context, const Rect &dirty)
     if (onDraw) {
         onDraw(context);
     }
+}
+
+PluggedDisplay::PluggedDisplay(const std::string &name, const std::string &geometry, bool isMain)
+    : name_(name)
+{
+    EXPECT_EQ(QProcess::execute(QStringLiteral("xrandr"),
+                                {QStringLiteral("--setmonitor"),
+                                 QString::fromStdString(isMain ? "*" + name : name),
+                                 QString::fromStdString(geometry),
+                                 isMain ? QStringLiteral("screen") : QStringLiteral("none")}),
+              0);
+}
+
+PluggedDisplay::~PluggedDisplay()
+{
+    EXPECT_EQ(QProcess::execute(QStringLiteral("xrandr"),
+                                {QStringLiteral("--delmonitor"), QString::fromStdString(name_)}),
+              0);
 }
 
 void Desk::SetUp()

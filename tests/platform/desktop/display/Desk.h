@@ -55,6 +55,21 @@ private:
     std::unique_ptr<WindowSurface> surface_;
 };
 
+/// A display that is set on the X screen, and taken away at the end of its life.
+class PluggedDisplay {
+public:
+    /// `geometry` as in "960/254x1080/286+0+0": pixels and millimetres, then the place from the top
+    /// left. A main one takes the output of the machine's only display, which is none while it
+    /// does.
+    PluggedDisplay(const std::string &name, const std::string &geometry, bool isMain);
+    ~PluggedDisplay();
+    PluggedDisplay(const PluggedDisplay &) = delete;
+    PluggedDisplay &operator=(const PluggedDisplay &) = delete;
+
+private:
+    std::string name_;
+};
+
 /// Keeps the ports ready and the pointer in a corner that no test looks at.
 class Desk : public testing::Test {
 protected:

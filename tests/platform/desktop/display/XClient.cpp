@@ -1,5 +1,6 @@
 #include "platform/desktop/display/XClient.h"
 
+#include <xcb/xfixes.h>
 #include <xcb/xtest.h>
 
 #include <array>
@@ -30,6 +31,11 @@ XClient::XClient() : connection_(xcb_connect(nullptr, nullptr))
     if (xcb_connection_has_error(connection_) != 0) {
         throw std::runtime_error("the test needs an X display");
     }
+    // The server answers what it would answer to a client of this version.
+    const Reply<xcb_xfixes_query_version_reply_t> version(xcb_xfixes_query_version_reply(
+        connection_,
+        xcb_xfixes_query_version(connection_, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
+        nullptr));
     root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
 }
 
@@ -139,6 +145,18 @@ std::uint32_t XClient::pixel(int x, int y)
     }
     const std::uint8_t *bytes = xcb_get_image_data(image.get());
     return static_cast<std::uint32_t>(bytes[2] << 16 | bytes[1] << 8 | bytes[0]);
+}
+
+XClient::PointerLook XClient::pointerLook()
+{
+    const Reply<xcb_xfixes_get_cursor_image_reply_t> reply(xcb_xfixes_get_cursor_image_reply(
+        connection_, xcb_xfixes_get_cursor_image(connection_), nullptr));
+    if (!reply) {
+        throw std::runtime_error("the pointer's look can't be read");
+    }
+    const std::uint32_t *pixels = xcb_xfixes_get_cursor_image_cursor_image(reply.get());
+    const int count = xcb_xfixes_get_cursor_image_cursor_image_length(reply.get());
+    return {reply->width, reply->height, reply->xhot, reply->yhot, {pixels, pixels + count}};
 }
 
 void XClient::collectEvents()

@@ -37,6 +37,18 @@ public:
     /// 0xRRGGBB as the screen shows it.
     [[nodiscard]] std::uint32_t pixel(int x, int y);
 
+    /// What the pointer looks like now: premultiplied 0xAARRGGBB from the top down, and the pixel
+    /// that points.
+    struct PointerLook {
+        int width = 0;
+        int height = 0;
+        int hotX = 0;
+        int hotY = 0;
+        std::vector<std::uint32_t> pixels;
+        friend bool operator==(const PointerLook &, const PointerLook &) = default;
+    };
+    [[nodiscard]] PointerLook pointerLook();
+
     /// Presses that have reached windows of this client so far.
     [[nodiscard]] int pressesSeen();
     [[nodiscard]] int keysSeen();

@@ -6,6 +6,7 @@
 #include <signal.h>
 
 #include <cstdlib>
+#include <memory>
 
 namespace orv::platform::test {
 
@@ -73,6 +74,7 @@ TEST_F(CompositorThatEnds, switchesToShapedWindowsAndBack)
 {
     showGreenWindow();
     InkWindow overlay(kWholeScreen);
+    overlay.surface().setCursorRects({{kWholeScreen, std::make_shared<Image>(13, 17), {}}});
     overlay.surface().orderFront();
     client.movePointer(300, 350);
     client.button(1, true);
@@ -80,17 +82,21 @@ TEST_F(CompositorThatEnds, switchesToShapedWindowsAndBack)
     client.button(1, false);
     ASSERT_TRUE(comesToShow(500, 350, kRed));
     ASSERT_TRUE(isBlended());
+    const auto showsTheCursor = [this] { return client.pointerLook().width == 13; };
+    ASSERT_TRUE(pumpUntil(showsTheCursor));
 
     const char *pid = std::getenv("ORV_TEST_COMPOSITOR_PID");
     ASSERT_NE(pid, nullptr);
     ASSERT_EQ(::kill(std::atoi(pid), SIGTERM), 0);
 
     ASSERT_TRUE(pumpUntil([] { return !isBlended(); }));
+    EXPECT_TRUE(pumpUntil(showsTheCursor)) << "on the window that takes the mouse now";
     EXPECT_TRUE(comesToShow(500, 350, kRed));
     EXPECT_TRUE(comesToShow(500, 340, kGreen));
 
     const Compositor compositor;
     ASSERT_TRUE(pumpUntil([] { return isBlended(); }));
+    EXPECT_TRUE(pumpUntil(showsTheCursor));
     EXPECT_TRUE(comesToShow(500, 350, kRed));
     EXPECT_TRUE(comesToShow(500, 340, kGreen));
     overlay.background = {1.0, 0.0, 0.0, 0.5};

@@ -1,15 +1,13 @@
+#include "BenchDesk.h"
 #include "canvas/AnnotationOverlayWindow.h"
 #include "canvas/AnnotationRegistry.h"
 #include "canvas/AnnotationsView.h"
 #include "canvas/PathAnnotation.h"
 #include "channels/AppConstants.h"
-#include "platform/virtual/VirtualPlatform.h"
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <cmath>
-#include <filesystem>
 #include <memory>
 #include <random>
 #include <string>
@@ -50,9 +48,8 @@ private:
 /// A virtual display with one canvas that can be filled and dragged on.
 class Bench {
 public:
-    Bench() : home_(makeHome()), desk_(settings(home_))
+    Bench()
     {
-        platform::Platform::install(&desk_);
         registerStrokeAnnotations(AnnotationRegistry::shared());
         AppConstants::instance().setAppActUniqueID(16);
         window_ = std::make_shared<AnnotationOverlayWindow>(0);
@@ -61,15 +58,13 @@ public:
         canvas_->setAnnotationModeKey(AnnotationsView::annotationModeKeyStandard);
         canvas_->setCurrentTool(std::make_shared<PenOfFourPoints>());
         window_->orderFront();
-        desk_.mainThread().drain();
+        desk_.platform().mainThread().drain();
     }
     ~Bench()
     {
         window_.reset();
         canvas_.reset();
         AppConstants::destroy();
-        platform::Platform::install(nullptr);
-        std::filesystem::remove_all(home_);
     }
     Bench(const Bench &) = delete;
     Bench &operator=(const Bench &) = delete;
@@ -97,19 +92,6 @@ public:
     void dragTo(Point p) { send(EventType::leftMouseDragged, p); }
 
 private:
-    static std::string makeHome()
-    {
-        std::string home = (std::filesystem::temp_directory_path() / "orv-bench-XXXXXX").string();
-        return ::mkdtemp(home.data());
-    }
-    static platform::VirtualSettings settings(const std::string &home)
-    {
-        platform::VirtualSettings settings;
-        settings.home = home;
-        settings.resources = ORV_BUILT_RESOURCES;
-        settings.displays = {{1, platform::Rect::make(0.0, 0.0, 1920.0, 1080.0), 1.0}};
-        return settings;
-    }
     void send(EventType type, Point at)
     {
         Event event;
@@ -117,27 +99,26 @@ private:
         event.location = at;
         event.windowNumber = window_->windowNumber();
         window_->sendEvent(event);
-        desk_.mainThread().drain();
+        desk_.platform().mainThread().drain();
     }
 
-    std::string home_;
-    platform::VirtualPlatform desk_;
+    bench::BenchDesk desk_;
     std::shared_ptr<AnnotationOverlayWindow> window_;
     std::shared_ptr<AnnotationsView> canvas_;
 };
 
 double secondsADrag(int settled)
 {
-    Bench bench;
-    bench.settle(settled);
-    bench.press();
+    Bench full;
+    full.settle(settled);
+    full.press();
     const int drags = settled >= 1000 ? 2 : 20;
-    const auto start = std::chrono::steady_clock::now();
-    for (int i = 1; i <= drags; ++i) {
-        bench.dragTo({200.0 + 4.0 * i, 200.0 + 30.0 * std::sin(i * 0.2)});
-    }
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    return taken.count() / drags;
+    const double seconds = bench::secondsOf([&] {
+        for (int i = 1; i <= drags; ++i) {
+            full.dragTo({200.0 + 4.0 * i, 200.0 + 30.0 * std::sin(i * 0.2)});
+        }
+    });
+    return seconds / drags;
 }
 
 void drag(benchmark::State &state)

@@ -1,10 +1,10 @@
+#include "BenchDesk.h"
 #include "canvas/AnnotationOverlayWindow.h"
 #include "canvas/AnnotationRegistry.h"
 #include "canvas/AnnotationsView.h"
 #include "canvas/PathAnnotation.h"
 #include "channels/AppConstants.h"
 #include "channels/OrvFrameworkLogger.h"
-#include "platform/virtual/VirtualPlatform.h"
 
 #include <benchmark/benchmark.h>
 
@@ -34,18 +34,17 @@ double secondsSince(Clock::time_point start)
 /// A virtual display with one canvas that is full of strokes.
 class Bench {
 public:
-    Bench() : home_(makeHome()), desk_(settings(home_))
+    Bench()
     {
-        platform::Platform::install(&desk_);
         registerStrokeAnnotations(AnnotationRegistry::shared());
         OrvFrameworkLogger::shared().setStandardOutput(false);
         AppConstants::instance().setAppActUniqueID(16);
-        AppConstants::instance().DefaultAppDataPath = home_ + "/data/";
+        AppConstants::instance().DefaultAppDataPath = desk_.home() + "/data/";
         window_ = std::make_shared<AnnotationOverlayWindow>(0);
         canvas_ = std::make_shared<AnnotationsView>(window_->frame());
         window_->setAnnotationsView(canvas_);
         canvas_->loadDefaultAnnotationData();
-        desk_.mainThread().drain();
+        desk_.platform().mainThread().drain();
     }
     ~Bench()
     {
@@ -53,8 +52,6 @@ public:
         canvas_.reset();
         AppConstants::destroy();
         OrvFrameworkLogger::release();
-        platform::Platform::install(nullptr);
-        std::filesystem::remove_all(home_);
     }
     Bench(const Bench &) = delete;
     Bench &operator=(const Bench &) = delete;
@@ -86,28 +83,15 @@ public:
     /// What the main thread does.
     void askForSave() { canvas_->saveDefaultAnnotationData(); }
     /// What the worker does.
-    void work() { desk_.mainThread().drain(); }
+    void work() { desk_.platform().mainThread().drain(); }
     [[nodiscard]] bool hasSaved() const
     {
-        return std::filesystem::exists(home_ + "/data/" + canvas_->annoDefaultDataFileName());
+        return std::filesystem::exists(desk_.home() + "/data/" +
+                                       canvas_->annoDefaultDataFileName());
     }
 
 private:
-    static std::string makeHome()
-    {
-        std::string home = (std::filesystem::temp_directory_path() / "orv-bench-XXXXXX").string();
-        return ::mkdtemp(home.data());
-    }
-    static platform::VirtualSettings settings(const std::string &home)
-    {
-        platform::VirtualSettings settings;
-        settings.home = home;
-        settings.resources = ORV_BUILT_RESOURCES;
-        return settings;
-    }
-
-    std::string home_;
-    platform::VirtualPlatform desk_;
+    bench::BenchDesk desk_;
     std::shared_ptr<AnnotationOverlayWindow> window_;
     std::shared_ptr<AnnotationsView> canvas_;
 };

@@ -1,14 +1,13 @@
+#include "BenchDesk.h"
 #include "canvas/RawDataFiles.h"
 #include "channels/AppConstants.h"
 #include "channels/OrvFrameworkLogger.h"
 #include "platform/ports/Pictures.h"
-#include "platform/virtual/VirtualPlatform.h"
 #include "session/AnnotationManager.h"
 #include "session/ScreenPictures.h"
 
 #include <benchmark/benchmark.h>
 
-#include <chrono>
 #include <filesystem>
 #include <memory>
 #include <string>
@@ -22,9 +21,8 @@ using namespace orv;
 
 class Bench {
 public:
-    Bench() : home_(makeHome()), desk_(settings(home_))
+    Bench()
     {
-        platform::Platform::install(&desk_);
         OrvFrameworkLogger::shared().setStandardOutput(false);
         manager_ = std::make_shared<AnnotationManager>(17);
         manager_->setDisplayID(1);
@@ -34,8 +32,8 @@ public:
         for (int i = 0; i < 20; ++i) {
             stroke(100.0 + 80.0 * i);
         }
-        desk_.mainThread().drain();
-        screen_ = desk_.displays().screens().front();
+        desk_.platform().mainThread().drain();
+        screen_ = desk_.platform().displays().screens().front();
         std::filesystem::create_directories(RawDataFiles(path()).folder);
     }
     ~Bench()
@@ -44,13 +42,11 @@ public:
         manager_.reset();
         AppConstants::destroy();
         OrvFrameworkLogger::release();
-        platform::Platform::install(nullptr);
-        std::filesystem::remove_all(home_);
     }
     Bench(const Bench &) = delete;
     Bench &operator=(const Bench &) = delete;
 
-    [[nodiscard]] std::string path() const { return home_ + "/IMG.jpg"; }
+    [[nodiscard]] std::string path() const { return desk_.home() + "/IMG.jpg"; }
 
     bool takeSnapshot()
     {
@@ -64,55 +60,35 @@ public:
     }
     bool encodeAlone()
     {
-        return desk_.pictures().save(home_ + "/alone.jpg", *picture_, platform::PictureKind::jpeg,
-                                     0.95F);
+        return desk_.platform().pictures().save(desk_.home() + "/alone.jpg", *picture_,
+                                                platform::PictureKind::jpeg, 0.95F);
     }
 
 private:
-    static std::string makeHome()
-    {
-        std::string home = (std::filesystem::temp_directory_path() / "orv-bench-XXXXXX").string();
-        return ::mkdtemp(home.data());
-    }
-    static platform::VirtualSettings settings(const std::string &home)
-    {
-        platform::VirtualSettings settings;
-        settings.home = home;
-        settings.resources = ORV_BUILT_RESOURCES;
-        settings.displays = {{1, platform::Rect::make(0.0, 0.0, 1920.0, 1080.0), 1.0}};
-        return settings;
-    }
     void stroke(double x)
     {
-        desk_.input().sendMouse(platform::EventType::leftMouseDown, {x, 200.0});
-        desk_.input().sendMouse(platform::EventType::leftMouseDragged, {x + 60.0, 800.0});
-        desk_.input().sendMouse(platform::EventType::leftMouseUp, {x + 60.0, 800.0});
+        desk_.platform().input().sendMouse(platform::EventType::leftMouseDown, {x, 200.0});
+        desk_.platform().input().sendMouse(platform::EventType::leftMouseDragged,
+                                           {x + 60.0, 800.0});
+        desk_.platform().input().sendMouse(platform::EventType::leftMouseUp, {x + 60.0, 800.0});
     }
 
-    std::string home_;
-    platform::VirtualPlatform desk_;
+    bench::BenchDesk desk_;
     std::shared_ptr<AnnotationManager> manager_;
     platform::Screen screen_;
     platform::ImagePtr picture_;
 };
 
-template <class Work> double secondsOf(Work work)
-{
-    const auto start = std::chrono::steady_clock::now();
-    benchmark::DoNotOptimize(work());
-    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
-    return taken.count();
-}
-
 void snapshot(benchmark::State &state)
 {
-    Bench bench;
-    bench.takeSnapshot();
+    Bench desk;
+    desk.takeSnapshot();
     double whole = 0.0;
     double bare = 0.0;
     for (auto _ : state) {
-        const double seconds = secondsOf([&bench] { return bench.takeSnapshot(); });
-        bare += secondsOf([&bench] { return bench.encodeAlone(); });
+        const double seconds =
+            bench::secondsOf([&desk] { benchmark::DoNotOptimize(desk.takeSnapshot()); });
+        bare += bench::secondsOf([&desk] { benchmark::DoNotOptimize(desk.encodeAlone()); });
         whole += seconds;
         state.SetIterationTime(seconds);
     }

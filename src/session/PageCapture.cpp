@@ -211,6 +211,10 @@ PageCapture::showPicture(const CaptureDesk &desk, const ImagePtr &picture, const
     auto view = std::make_shared<platform::ImageView>(Rect{{0.0, 0.0}, size});
     view->setImage(std::make_shared<platform::PictureResource>(path, picture));
     desk.canvas->addSubview(view);
+    // The views stay, but not the pixels of them all.
+    if (animationView_) {
+        animationView_->setImage(nullptr);
+    }
     animationView_ = view;
     return view;
 }

@@ -30,7 +30,7 @@ struct CaptureDesk {
 /// Saves what the screen shows: a snapshot with its clean background, or a flipchart page, and
 /// beside it the annotations as data.
 ///
-/// Owns     the picture of the last animation, which stays in the canvas.
+/// Owns     the picture of the last animation. Its view stays in the canvas, as all before it do.
 /// Thread   main thread only.
 /// Fails    a capture that can't be had or written sends nothing, shows nothing and empties
 ///          nothing; the log says so.

@@ -6,10 +6,23 @@ namespace orv {
 
 namespace {
 
-template <class Value> const Value *valueAt(const std::vector<Value> &values, std::int32_t index)
+/// Makes the index the chosen one and hands its value to the tool, where both are there.
+template <class Value, class Apply>
+bool choose(const std::vector<Value> &values, std::int32_t index, MenuTool *tool,
+            std::int32_t &chosen, Apply apply)
 {
-    return index >= 0 && index < std::ssize(values) ? &values[static_cast<std::size_t>(index)]
-                                                    : nullptr;
+    if (index < 0 || index >= std::ssize(values) || tool == nullptr) {
+        return false;
+    }
+    chosen = index;
+    apply(*tool, values[static_cast<std::size_t>(index)]);
+    return true;
+}
+
+void applySize(MenuTool &tool, float size, std::int32_t index)
+{
+    tool.setAnnotationSize(size);
+    tool.selectSecondaryTraitAtIndex(index);
 }
 
 } // namespace
@@ -23,49 +36,38 @@ void DrawingMenuController::endRunningText()
 
 void DrawingMenuController::selectColorAtIndex(std::int32_t index)
 {
-    const platform::Color *color = valueAt(colorValues_, index);
-    if (color == nullptr || tool() == nullptr) {
-        return;
+    const auto apply = [index](MenuTool &tool, const platform::Color &color) {
+        tool.setAnnotationColor(color);
+        tool.selectPrimaryTraitAtIndex(index);
+    };
+    if (choose(colorValues_, index, tool(), colorIndex_, apply)) {
+        endRunningText();
     }
-    colorIndex_ = index;
-    tool()->setAnnotationColor(*color);
-    tool()->selectPrimaryTraitAtIndex(index);
-    endRunningText();
 }
 
 void DrawingMenuController::selectSizeAtIndex(std::int32_t index)
 {
-    const float *size = valueAt(sizeValues_, index);
-    if (size == nullptr || tool() == nullptr) {
-        return;
+    const auto apply = [index](MenuTool &tool, float size) { applySize(tool, size, index); };
+    if (choose(sizeValues_, index, tool(), sizeIndex_, apply)) {
+        endRunningText();
     }
-    sizeIndex_ = index;
-    tool()->setAnnotationSize(*size);
-    tool()->selectSecondaryTraitAtIndex(index);
-    endRunningText();
 }
 
 void LineMenuController::selectStyleAtIndex(std::int32_t index)
 {
-    const std::int32_t *style = valueAt(styleValues_, index);
-    if (style == nullptr || tool() == nullptr) {
-        return;
+    const auto apply = [index](MenuTool &tool, std::int32_t style) {
+        tool.setAnnotationStyle(style);
+        tool.selectTertiaryTraitAtIndex(index);
+    };
+    if (choose(styleValues_, index, tool(), styleIndex_, apply)) {
+        endRunningText();
     }
-    styleIndex_ = index;
-    tool()->setAnnotationStyle(*style);
-    tool()->selectTertiaryTraitAtIndex(index);
-    endRunningText();
 }
 
 void EraserMenuController::selectSizeAtIndex(std::int32_t index)
 {
-    const float *size = valueAt(sizeValues_, index);
-    if (size == nullptr || tool() == nullptr) {
-        return;
-    }
-    sizeIndex_ = index;
-    tool()->setAnnotationSize(*size);
-    tool()->selectSecondaryTraitAtIndex(index);
+    const auto apply = [index](MenuTool &tool, float size) { applySize(tool, size, index); };
+    choose(sizeValues_, index, tool(), sizeIndex_, apply);
 }
 
 } // namespace orv

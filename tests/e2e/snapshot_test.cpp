@@ -77,6 +77,7 @@ TEST_F(AnyDisplayThatIsCaptured, GivesAFlipchartPageAndComesBackWithTheInkOfTheS
 {
     openSecondGeneration();
     stroke();
+    ASSERT_TRUE(comesToShow(400, 300, kRed));
     send(0, 1, {1, 0});
     ASSERT_TRUE(comesToShow(400, 300, kWhite)) << "a white sheet covers the screen";
     stroke();

@@ -300,6 +300,20 @@ TEST_F(Capture, APageSlidesOffByItselfInTheFirstGenerationOnly)
     }
 }
 
+TEST_F(Capture, OfAllAnimationsOnlyTheLastKeepsItsPicture)
+{
+    open(12);
+    manager->saveNewSnapshot();
+    manager->saveNewSnapshot();
+    const auto &views = canvas().subviews();
+    ASSERT_EQ(views.size(), 2U);
+    const auto hasPicture = [](const std::shared_ptr<platform::View> &view) {
+        return dynamic_cast<platform::ImageView &>(*view).image() != nullptr;
+    };
+    EXPECT_FALSE(hasPicture(views.front()));
+    EXPECT_TRUE(hasPicture(views.back()));
+}
+
 TEST_F(Capture, InTheSecondGenerationAPageJustGoes)
 {
     open(17);

@@ -4,13 +4,14 @@
 #include "platform/ports/Platform.h"
 
 #include <algorithm>
-#include <cmath>
 
 namespace orv::platform {
 
 namespace {
 
 constexpr double kFrameSeconds = 1.0 / 60.0;
+/// Less than this is no time left.
+constexpr double kInstant = 1e-6;
 
 double easeInOut(double part)
 {
@@ -62,10 +63,13 @@ struct Running {
 
 void runAnimation(const ViewAnimation &animation)
 {
-    const int steps = static_cast<int>(std::ceil(animation.seconds / kFrameSeconds));
-    for (int step = 1; step <= steps; ++step) {
-        mainThread().block(animation.seconds / steps);
-        show(animation, static_cast<double>(step) / steps);
+    // By the clock: where frames are slow there are fewer of them, and it takes no longer.
+    const double start = mainThread().now();
+    double passed = 0.0;
+    while (animation.seconds - passed > kInstant) {
+        mainThread().block(std::min(kFrameSeconds, animation.seconds - passed));
+        passed = mainThread().now() - start;
+        show(animation, std::min(1.0, passed / animation.seconds));
     }
     finish(animation);
 }

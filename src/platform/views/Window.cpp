@@ -13,6 +13,8 @@ namespace {
 
 constexpr double kDefaultResizeSeconds = 0.2;
 constexpr double kFrameSeconds = 1.0 / 60.0;
+// Less than this is no time left.
+constexpr double kInstant = 1e-6;
 
 // Surfaces belong to the main thread; a session that opens on a host's thread reaches them here.
 template <class Task> void onMain(Task &&task)
@@ -104,18 +106,19 @@ void Window::setFrame(const Rect &frame, bool display, bool animate)
 {
     const double seconds = animate && isVisible_ ? animationResizeTime(frame) : 0.0;
     const Rect start = frame_;
-    const int steps = static_cast<int>(std::ceil(seconds / kFrameSeconds));
-    for (int step = 1; step < steps; ++step) {
-        const double part = easeInOut(static_cast<double>(step) / steps);
-        Platform::current().mainThread().block(seconds / steps);
+    // By the clock: where frames are slow there are fewer of them, and it takes no longer.
+    MainThread &mainThread = Platform::current().mainThread();
+    const double begin = mainThread.now();
+    double passed = 0.0;
+    while (seconds - passed > kInstant) {
+        mainThread.block(std::min(kFrameSeconds, seconds - passed));
+        passed = mainThread.now() - begin;
+        const double part = easeInOut(std::min(1.0, passed / seconds));
         setFrame(Rect::make(between(start.origin.x, frame.origin.x, part),
                             between(start.origin.y, frame.origin.y, part),
                             between(start.size.width, frame.size.width, part),
                             between(start.size.height, frame.size.height, part)),
                  display);
-    }
-    if (steps > 0) {
-        Platform::current().mainThread().block(seconds / steps);
     }
     setFrame(frame, display);
 }

@@ -71,7 +71,7 @@ platform::ImagePtr saveImage(const std::string &path, const std::optional<platfo
                              int windowID, bool includingWindow)
 {
     platform::Platform &platform = platform::Platform::current();
-    const platform::ImagePtr picture =
+    platform::ImagePtr picture =
         platform.screenCapture().capture(SnapshotWithScrnRect(screen), windowID, includingWindow);
     if (!picture) {
         logLine(4, fmt::format("{} was not written: the screen gave no picture", path));

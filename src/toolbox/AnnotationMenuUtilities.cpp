@@ -1,5 +1,7 @@
 #include "toolbox/AnnotationMenuUtilities.h"
 
+#include <utility>
+
 namespace orv {
 
 AnnotationMenuUtilities::Names
@@ -8,7 +10,10 @@ AnnotationMenuUtilities::imageNamesWithPrefix(const std::string &prefix, const N
 {
     Names names;
     for (const std::string &descriptor : descriptors) {
-        names.push_back(prefix + descriptor + suffix);
+        std::string name = prefix;
+        name += descriptor;
+        name += suffix;
+        names.push_back(std::move(name));
     }
     return names;
 }

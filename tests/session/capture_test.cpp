@@ -434,6 +434,20 @@ TEST_F(Capture, InkOnAnotherDisplayIsNotInTheCleanBackground)
     EXPECT_TRUE(isNear(pixelOf(RawDataFiles(path).background, 360, 300), kDesktop));
 }
 
+TEST_F(Capture, TheCleanBackgroundLiesBelowTheCanvasesOfAllDisplays)
+{
+    desk.displays().setDisplays({{1, Rect::make(0.0, 0.0, 1440.0, 900.0), 1.0},
+                                 {2, Rect::make(1440.0, 0.0, 800.0, 600.0), 1.0}});
+    open(17);
+    wideStroke();
+
+    const std::string path = manager->saveNewSnapshot();
+
+    EXPECT_TRUE(isNear(pixelOf(path, 700, 450), 0xDC0000));
+    EXPECT_TRUE(isNear(pixelOf(RawDataFiles(path).background, 700, 450), kDesktop))
+        << "the other display's canvas, which is above this one, is not where to look from";
+}
+
 TEST_F(Capture, ModesThatHaveNothingToShowYetDoNoHarm)
 {
     open(17);

@@ -4,6 +4,7 @@
 #include "platform/foundation/Exception.h"
 #include "platform/raster/Pictures.h"
 #include "session/ScreenPictures.h"
+#include "support/NotedEffects.h"
 
 #include <gmock/gmock.h>
 
@@ -22,31 +23,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 constexpr std::uint32_t kDesktop = 0x3366AA;
-
-/// Effects of which only the laser pointer is looked at.
-class LaserOnly : public CanvasEffects {
-public:
-    explicit LaserOnly(std::vector<std::string> &calls) : calls_(calls) {}
-    void doSpotLight(bool on) override { calls_.emplace_back(on ? "spotlight on" : "spotlight"); }
-    void toggleSpotlight() override {}
-    void handleSpotlightPichAct(bool /*begin*/) override {}
-    void handleSpotlightPichMove(std::int32_t /*length*/) override {}
-    void doScreenCover(bool on) override { calls_.emplace_back(on ? "cover on" : "cover"); }
-    void toggleScreenCover() override {}
-    void doLaserPointer(bool on) override
-    {
-        on_ = on;
-        calls_.emplace_back(on ? "laser on" : "laser off");
-    }
-    [[nodiscard]] bool isLaserPointer() const override { return on_; }
-    void recoveryScreenShade() override {}
-    void fileTransferController(bool /*show*/) override {}
-    void updateFileTransferStatusDlg(const std::string & /*text*/) override {}
-
-private:
-    std::vector<std::string> &calls_;
-    bool on_ = false;
-};
 
 class Capture : public SessionDesk {
 protected:
@@ -327,7 +303,7 @@ TEST_F(Capture, TheLaserPointerIsOffForThePictureAndOnAgainAlsoWhenItFails)
 {
     open(17);
     std::vector<std::string> calls;
-    canvas().setEffects(std::make_unique<LaserOnly>(calls));
+    canvas().setEffects(std::make_unique<NotedEffects>(calls));
     manager->saveNewSnapshot();
     EXPECT_THAT(calls, IsEmpty()) << "it was not on";
 
@@ -452,7 +428,7 @@ TEST_F(Capture, ModesThatHaveNothingToShowYetDoNoHarm)
 {
     open(17);
     std::vector<std::string> calls;
-    canvas().setEffects(std::make_unique<LaserOnly>(calls));
+    canvas().setEffects(std::make_unique<NotedEffects>(calls));
     manager->handleOthersMode(1, 1, true);
     manager->handleOthersMode(1, 1, false);
     manager->handleOthersMode(2, 1, true);
@@ -464,7 +440,7 @@ TEST_F(Capture, ModesThatHaveNothingToShowYetDoNoHarm)
     manager->handleOthersMode(3, 0, true);
     manager->handleOthersMode(4, 9, false);
     manager->leaveOthersMode();
-    EXPECT_THAT(calls, ElementsAre("spotlight on", "cover", "spotlight", "cover"));
+    EXPECT_THAT(calls, ElementsAre("spotlight on", "cover off", "spotlight off", "cover off"));
 }
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "SessionDesk.h"
 
+#include "support/NotedEffects.h"
+
 #include <gmock/gmock.h>
 
 namespace orv::test {
@@ -8,33 +10,6 @@ namespace {
 using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-
-/// Effects that note what the session asks for.
-class NotedEffects : public CanvasEffects {
-public:
-    explicit NotedEffects(std::vector<std::string> &calls) : calls_(calls) {}
-    void doSpotLight(bool on) override { note("spotlight", on); }
-    void toggleSpotlight() override { calls_.emplace_back("toggle spotlight"); }
-    void handleSpotlightPichAct(bool begin) override { note("pinch", begin); }
-    void handleSpotlightPichMove(std::int32_t length) override
-    {
-        calls_.push_back("pinch by " + std::to_string(length));
-    }
-    void doScreenCover(bool on) override { note("cover", on); }
-    void toggleScreenCover() override { calls_.emplace_back("toggle cover"); }
-    void doLaserPointer(bool on) override { note("laser", on); }
-    [[nodiscard]] bool isLaserPointer() const override { return false; }
-    void recoveryScreenShade() override { calls_.emplace_back("recovery"); }
-    void fileTransferController(bool show) override { note("transfer", show); }
-    void updateFileTransferStatusDlg(const std::string &text) override { calls_.push_back(text); }
-
-private:
-    void note(const char *what, bool on)
-    {
-        calls_.push_back(std::string(what) + (on ? " on" : " off"));
-    }
-    std::vector<std::string> &calls_;
-};
 
 class SessionEffects : public SessionDesk {
 protected:

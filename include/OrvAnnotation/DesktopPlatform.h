@@ -22,11 +22,16 @@ public:
         std::string resourceFolder;
     };
 
-    /// A display's ID, as `AnnotationController::setM_dpID` takes it, and its size in points.
+    /// A display's ID, as `AnnotationController::setM_dpID` takes it, its size in points, and where
+    /// its pixels lie: device pixels from the top left corner of the X screen.
     struct Display {
         std::uint32_t displayID = 0;
         double width = 0.0;
         double height = 0.0;
+        int pixelX = 0;
+        int pixelY = 0;
+        int pixelWidth = 0;
+        int pixelHeight = 0;
     };
 
     explicit DesktopPlatform(Options options);
@@ -47,6 +52,9 @@ public:
     bool writeScreenshot(const std::string &path);
     /// The main display as it stands now; from any thread. The ID 0 when there is none.
     [[nodiscard]] Display mainDisplay() const;
+    /// `changed` is called on the main thread after displays came, went, moved or got another size,
+    /// once the library has followed them. Main thread.
+    void setDisplaysChanged(std::function<void()> changed);
     /// One line that says how overlays are shown here: blended by a compositor, or shaped.
     [[nodiscard]] std::string describe() const;
 

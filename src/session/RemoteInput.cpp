@@ -54,7 +54,9 @@ Point convertOriginPointCoordinates(Point location)
 
 bool checkHitView(const Event &event, const RemoteInputDesk &desk)
 {
-    if (!desk.toolbox->contentView()->frame().containsMouse(event.location)) {
+    // A strip that has slid away may stand at home, unseen; what is drawn there is ink.
+    if (desk.toolbox->ignoresMouseEvents() ||
+        !desk.toolbox->contentView()->frame().containsMouse(event.location)) {
         return false;
     }
     const bool menuIsOpen = desk.menuTool != nullptr && !desk.menuTool->getToolMenuIsHidden();

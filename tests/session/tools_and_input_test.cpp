@@ -275,6 +275,29 @@ TEST_F(SessionDesk, AGestureThatBeginsOnTheToolboxStaysThere)
     EXPECT_EQ(annotationCount(), 0U);
 }
 
+TEST_F(SessionDesk, WhereTheStripHasSlidAwayAPressIsInk)
+{
+    for (const std::uint32_t plugin : {16U, 17U}) {
+        open(plugin);
+        ASSERT_TRUE(manager->outlets().toolboxWindow->isIconized());
+        const platform::Rect strip = manager->outlets().toolboxWindow->frame();
+
+        const auto x = static_cast<std::uint32_t>(strip.center().x);
+        manager->handleControlMouseEvent({5, x, 20});
+        manager->handleControlMouseEvent({6, x, 20});
+
+        ASSERT_EQ(annotationCount(), 1U) << plugin;
+        const auto stroke = std::dynamic_pointer_cast<PathAnnotation>(
+            canvas().document().annotations(canvas().annotationModeKey())->front());
+        EXPECT_EQ(stroke->path().currentPoint(),
+                  (platform::Point{static_cast<double>(x), 900.0 - 20.0}))
+            << plugin;
+        manager->terminate();
+        manager.reset();
+        AppConstants::destroy();
+    }
+}
+
 TEST_F(SessionDesk, KeysTranslateThroughTheTable)
 {
     EXPECT_EQ(keymapTable()[13].mac_vkey, 76U) << "the keypad's row comes last";

@@ -3,6 +3,7 @@
 #include "platform/desktop/DesktopPorts.h"
 #include "platform/desktop/GuiProcess.h"
 #include "platform/desktop/Screenshot.h"
+#include "platform/foundation/NotificationCenter.h"
 #include "platform/raster/Pictures.h"
 
 #include <QGuiApplication>
@@ -10,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include <cmath>
 #include <cstdlib>
 #include <utility>
 
@@ -24,11 +26,25 @@ public:
     {
         platform::Platform::install(&ports_);
     }
-    ~Impl() { platform::Platform::install(nullptr); }
+    ~Impl()
+    {
+        platform::NotificationCenter::local().removeObserver(this);
+        platform::Platform::install(nullptr);
+    }
     Impl(const Impl &) = delete;
     Impl &operator=(const Impl &) = delete;
 
     platform::DesktopPorts &ports() { return ports_; }
+    void setDisplaysChanged(std::function<void()> changed)
+    {
+        platform::NotificationCenter &center = platform::NotificationCenter::local();
+        center.removeObserver(this);
+        // The library's own observers are told in a turn of the loop that this one comes after.
+        center.addObserver(this, platform::NSApplicationDidChangeScreenParametersNotification,
+                           [this, changed = std::move(changed)](std::string_view, const auto &) {
+                               ports_.mainThread().post(changed);
+                           });
+    }
 
 private:
     Options options_;
@@ -75,10 +91,25 @@ bool DesktopPlatform::writeScreenshot(const std::string &path)
 
 DesktopPlatform::Display DesktopPlatform::mainDisplay() const
 {
-    platform::Displays &displays = impl_->ports().displays();
+    const platform::DesktopDisplays &displays = impl_->ports().displays();
     const platform::DisplayID display = displays.mainDisplayID();
-    const platform::Size size = displays.bounds(display).size;
-    return {display, size.width, size.height};
+    const auto screen = displays.screen(display);
+    if (!screen) {
+        return {};
+    }
+    const platform::DeviceSpace space = displays.deviceSpace();
+    const platform::Size size = screen->frame.size;
+    const QPoint corner = space.topLeft(screen->frame);
+    const auto pixels = [&](double points) {
+        return static_cast<int>(std::lround(points * space.scale));
+    };
+    return {display,    size.width, size.height,        corner.x(),
+            corner.y(), pixels(size.width), pixels(size.height)};
+}
+
+void DesktopPlatform::setDisplaysChanged(std::function<void()> changed)
+{
+    impl_->setDisplaysChanged(std::move(changed));
 }
 
 std::string DesktopPlatform::describe() const

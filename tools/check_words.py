@@ -10,7 +10,7 @@ import re
 import sys
 from pathlib import Path
 
-SKIPPED_FOLDERS = re.compile(r"^(\.git|build.*|__pycache__|\.cache)$")
+SKIPPED_FOLDERS = re.compile(r"^(\.git|build.*|node_modules|__pycache__|\.cache)$")
 CODE = (".cpp", ".h", ".py", ".sh", ".cmake", ".in", "CMakeLists.txt", "run", "test")
 DOCUMENT = re.compile(r"(?<![\w./-])(?:[\w-]+/|\.\./)*([\w-]+\.md)\b")
 

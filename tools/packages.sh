@@ -1,16 +1,18 @@
 # Sourced by ./test and ./run: which Debian packages each needs, and how they get here.
 
 build_packages=(
-    ccache cmake g++ libbsd-dev libfmt-dev libx11-dev libxcb1-dev libxcb-composite0-dev
-    libxcb-shape0-dev libxcb-shm0-dev libxcb-xfixes0-dev ninja-build nlohmann-json3-dev
+    ccache cmake g++ libboost-dev libbsd-dev libfmt-dev libqrencode-dev libturbojpeg0-dev libx11-dev
+    libxcb1-dev libxcb-composite0-dev libxcb-damage0-dev libxcb-randr0-dev libxcb-shape0-dev
+    libxcb-shm0-dev libxcb-xfixes0-dev libxcb-xtest0-dev libxdo-dev ninja-build nlohmann-json3-dev
     pkg-config qt6-base-dev qt6-svg-dev
 )
 desktop_packages=(
-    fonts-dejavu-core fonts-urw-base35 hsetroot openbox picom x11-utils xdg-user-dirs xvfb
+    fonts-dejavu-core fonts-droid-fallback fonts-urw-base35 hsetroot openbox picom x11-utils
+    xdg-user-dirs xvfb
 )
 test_packages=(
-    clang-14 clang-format-14 clang-tidy-14 libbenchmark-dev libclang-rt-14-dev libgmock-dev
-    libgtest-dev libxcb-xtest0-dev python3 x11-xserver-utils
+    chromium clang-14 clang-format-14 clang-tidy-14 libbenchmark-dev libclang-rt-14-dev libgmock-dev
+    libgtest-dev nodejs python3 x11-apps x11-xserver-utils
 )
 
 # install_packages NAME...: those that are missing; says what to do where that is not possible.
@@ -36,4 +38,14 @@ install_packages() {
     echo "Installing: ${missing[*]}"
     "${apt[@]}" update >/dev/null
     "${apt[@]}" install --no-install-recommends "${missing[@]}" >/dev/null
+}
+
+# install_node_packages FOLDER: what its package-lock.json names, where that is not there yet.
+install_node_packages() {
+    if [[ $1/node_modules/.package-lock.json -nt $1/package-lock.json ]]; then
+        return 0
+    fi
+    command -v npm >/dev/null || install_packages npm
+    echo "Installing: the packages of $1"
+    (cd "$1" && npm ci --ignore-scripts --no-audit --no-fund --loglevel=error)
 }

@@ -117,6 +117,4 @@ private:
     bool dashMode_ = false;
 };
 
-using AnnotationList = std::vector<std::shared_ptr<Annotation>>;
-
 } // namespace orv

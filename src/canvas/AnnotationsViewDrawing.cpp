@@ -29,9 +29,7 @@ void AnnotationsView::drawRect(platform::GraphicsContext &context, const Rect &d
         return;
     }
     if (const auto list = document_.annotations(annotationModeKey_)) {
-        for (const auto &annotation : *list) {
-            annotation->draw(context);
-        }
+        context.drawList(*list);
     }
     if (isBroder()) {
         drawBorder(context, dirty);

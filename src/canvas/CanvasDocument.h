@@ -1,6 +1,6 @@
 #pragma once
 
-#include "canvas/Annotation.h"
+#include "canvas/AnnotationList.h"
 
 #include <map>
 #include <memory>

@@ -103,7 +103,7 @@ DesktopPlatform::Display DesktopPlatform::mainDisplay() const
     const auto pixels = [&](double points) {
         return static_cast<int>(std::lround(points * space.scale));
     };
-    return {display,    size.width, size.height,        corner.x(),
+    return {display,    size.width,         size.height,        corner.x(),
             corner.y(), pixels(size.width), pixels(size.height)};
 }
 

@@ -3,7 +3,6 @@
 #include "platform/desktop/KeyTranslation.h"
 #include "platform/desktop/WindowShape.h"
 #include "platform/desktop/WindowTraits.h"
-#include "platform/raster/RasterContext.h"
 
 #include <QString>
 
@@ -52,6 +51,7 @@ void DesktopWindowSurface::applyFrame()
     looks_.setScale(pixels.scale);
     if (size != QSize(picture_.width(), picture_.height())) {
         picture_ = Image(size.width(), size.height());
+        painter_.forget();
         setNeedsDisplay(bounds());
     }
     host_.x().flush();
@@ -170,6 +170,7 @@ void DesktopWindowSurface::orderOut()
     if (!std::exchange(shown_, false)) {
         return;
     }
+    painter_.forget();
     host_.takeAway(*this);
     window_->setVisible(false);
     updateInput();
@@ -220,22 +221,18 @@ void DesktopWindowSurface::setNeedsDisplay(const Rect &rect)
 void DesktopWindowSurface::displayIfNeeded()
 {
     if (shown_ && !dirty_.isEmpty()) {
-        draw(std::exchange(dirty_, Rect{}));
+        dirty_ = {};
+        draw();
     }
 }
 
-void DesktopWindowSurface::draw(const Rect &dirty)
+void DesktopWindowSurface::draw()
 {
-    const PixelGrid pixels = grid();
-    const PixelRect area = pixels.pixelsTouching(dirty);
-    for (int y = area.y; y < area.y + area.height; ++y) {
-        std::fill_n(picture_.row(y) + area.x, area.width, 0U);
+    const auto changed = painter_.paint(
+        picture_, grid(), [this](GraphicsContext &context) { events_.draw(context, bounds()); });
+    for (const PixelRect &area : changed) {
+        presenter_->present(picture_, area);
     }
-    {
-        RasterContext context(picture_, pixels, area);
-        events_.draw(context, pixels.points(area));
-    }
-    presenter_->present(picture_, area);
 }
 
 void DesktopWindowSurface::exposed(const QRegion &region)

@@ -7,6 +7,7 @@
 #include "platform/desktop/Presenter.h"
 #include "platform/desktop/SurfaceHost.h"
 #include "platform/ports/WindowServer.h"
+#include "platform/raster/FramePainter.h"
 #include "platform/raster/PixelRect.h"
 #include "platform/values/Image.h"
 
@@ -83,7 +84,7 @@ private:
     void createNativeWindow();
     void setNativeOpacity() const;
     void updateInput();
-    void draw(const Rect &dirty);
+    void draw();
     /// In window points of a place in device pixels.
     [[nodiscard]] Point pointAt(const QPointF &position) const;
     void showLook();
@@ -100,6 +101,7 @@ private:
     bool ignoresMouse_ = false;
     bool shown_ = false;
     Rect dirty_;
+    FramePainter painter_;
     Image picture_{1, 1};
     ClickCounter clicks_;
     PointerLooks looks_;

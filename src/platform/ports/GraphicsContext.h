@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/ports/DrawnList.h"
 #include "platform/values/Color.h"
 #include "platform/values/Font.h"
 #include "platform/values/Geometry.h"
@@ -119,6 +120,15 @@ public:
     /// one picture with this alpha. Layers nest; each is ended in the state it was begun in.
     virtual void beginLayer(double alpha) = 0;
     virtual void endLayer() = 0;
+
+    /// Draws the things from the first to the last. A context that shows one frame after another
+    /// paints only what has changed among them; what is seen is the same.
+    virtual void drawList(const DrawnList &list)
+    {
+        for (std::size_t index = 0; index < list.size(); ++index) {
+            list.draw(index, *this);
+        }
+    }
 };
 
 } // namespace orv::platform

@@ -257,10 +257,15 @@ QPainterPath fillOutline(const Path &path)
     return out;
 }
 
-QPainterPath visibleLine(const Path &path, const StrokeStyle &style, const Rect &visible)
+double strokeReach(const StrokeStyle &style)
 {
     const bool pointed = style.join == LineJoin::miter;
-    const double reach = style.width / 2.0 * (pointed ? kMiterLimit : std::sqrt(2.0));
+    return style.width / 2.0 * (pointed ? kMiterLimit : std::sqrt(2.0));
+}
+
+QPainterPath visibleLine(const Path &path, const StrokeStyle &style, const Rect &visible)
+{
+    const double reach = strokeReach(style);
     VisibleRuns runs(visible.insetBy(-reach, -reach), hasDashes(style), path.elementCount());
     path.forEach([&runs](const Path::Element &element) { runs.add(element); });
     return runs.finish();

@@ -17,7 +17,11 @@ struct StrokeStyle {
     LineJoin join = LineJoin::miter;
     double dashPhase = 0.0;
     std::vector<double> dashLengths;
+    friend bool operator==(const StrokeStyle &, const StrokeStyle &) = default;
 };
+
+/// How far a stroke reaches from its line, joins and caps included, in points.
+[[nodiscard]] double strokeReach(const StrokeStyle &style);
 
 /// A list without a positive length, or with one that is negative or no number, is no pattern.
 [[nodiscard]] bool hasDashes(const StrokeStyle &style);

@@ -119,7 +119,10 @@ void fillWithCopies(RasterCanvas &canvas, const Rect &rect, const PlacedPicture 
     const std::optional<PixelRect> pixels = canvas.wholePixels(rect);
     QPainter &painter = canvas.painter(mode, AffineTransform{});
     if (pixels) {
+        // Smoothed, a row at the edge of some clips comes out one step short of whole.
+        painter.setRenderHint(QPainter::Antialiasing, false);
         painter.fillRect(pixels->x, pixels->y, pixels->width, pixels->height, brush);
+        painter.setRenderHint(QPainter::Antialiasing, true);
     } else {
         painter.fillPath(fillOutline(rectPath(rect, canvas.state().transform)), brush);
     }

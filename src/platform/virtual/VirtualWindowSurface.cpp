@@ -69,6 +69,7 @@ void VirtualWindowSurface::orderFront()
 void VirtualWindowSurface::orderOut()
 {
     visible_ = false;
+    painter_->forget();
     server_.hidden(windowNumber_);
 }
 
@@ -105,6 +106,7 @@ void VirtualWindowSurface::prepareContents(const PixelGrid &grid)
     contents_ = std::make_shared<Image>(grid.pixelWidth(), grid.pixelHeight());
     contentsScale_ = grid.scale;
     dirty_ = {{0.0, 0.0}, frame_.size};
+    painter_->forget();
 }
 
 void VirtualWindowSurface::displayIfNeeded()
@@ -115,16 +117,15 @@ void VirtualWindowSurface::displayIfNeeded()
     }
     const PixelGrid grid{frame_.size, server_.scaleOf(frame_)};
     prepareContents(grid);
-    const PixelRect pixels = grid.pixelsTouching(dirty_);
     dirty_ = {};
     ++drawCount_;
-    for (int y = pixels.y; y < pixels.y + pixels.height; ++y) {
-        std::fill_n(contents_->row(y) + pixels.x, pixels.width, 0U);
-    }
     // The window may go while it draws: from here on nothing of this object is touched.
     const std::shared_ptr<Image> contents = contents_;
-    RasterContext context(*contents, grid, pixels);
-    events_.draw(context, grid.points(pixels));
+    const std::shared_ptr<FramePainter> painter = painter_;
+    WindowEvents &events = events_;
+    const Rect bounds{{0.0, 0.0}, frame_.size};
+    painter->paint(*contents, grid,
+                   [&](GraphicsContext &context) { events.draw(context, bounds); });
 }
 
 } // namespace orv::platform

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/ports/WindowServer.h"
+#include "platform/raster/FramePainter.h"
 #include "platform/raster/PixelRect.h"
 #include "platform/values/Image.h"
 
@@ -74,6 +75,7 @@ private:
     Rect dirty_;
     std::shared_ptr<Image> contents_;
     double contentsScale_ = 0.0;
+    std::shared_ptr<FramePainter> painter_ = std::make_shared<FramePainter>();
     int drawCount_ = 0;
 };
 

@@ -1,7 +1,9 @@
 #pragma once
 
 #include "OrvAnnotation/Records.h"
+#include "orvane-streamer/remote/RemoteDisplay.h"
 #include "orvane-streamer/remote/RemoteHost.h"
+#include "orvane-streamer/remote/RemoteMessage.h"
 
 #include <cstdint>
 #include <functional>
@@ -10,18 +12,6 @@
 #include <vector>
 
 namespace orv::apps {
-
-/// A message as it goes to a page, first byte included; shared by all that send it.
-using RemoteMessage = std::shared_ptr<const std::vector<std::uint8_t>>;
-
-/// The picture that the pages show and draw on.
-struct RemoteDisplay {
-    /// Pixels.
-    std::uint16_t width = 0;
-    std::uint16_t height = 0;
-    /// How many units of a record's point make a pixel.
-    std::uint16_t scale = 1;
-};
 
 /// Serves the remote page and takes its records, on one port, for browsers that know the pairing
 /// code.
@@ -62,8 +52,8 @@ public:
     [[nodiscard]] std::uint16_t port() const;
     /// Lets clients in.
     void start();
-    /// Lifts what is held down, and calls the host no more once it returns. The clients stay and can
-    /// be sent to. Not from a callback, nor from a thread that the host may wait for.
+    /// Lifts what is held down, and calls the host no more once it returns. The clients stay and
+    /// can be sent to. Not from a callback, nor from a thread that the host may wait for.
     void stopReading();
 
     /// To all clients. Keeps what tells the present state for those who come later.

@@ -1,11 +1,13 @@
 # The resource folder as programs find it: in the build tree, and as it is installed. What lies in
-# resources/ is copied, but for the pictures: those are drawn from their templates.
+# resources/ is copied, but for the pictures, which are drawn from their templates, and for what is
+# installed elsewhere.
 
 set(ORV_BUILT_RESOURCES ${PROJECT_BINARY_DIR}/share/OrvAnnotation)
 
 set(orv_copies)
 file(GLOB orv_folders CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/resources/*)
-list(REMOVE_ITEM orv_folders ${PROJECT_SOURCE_DIR}/resources/pictures)
+list(REMOVE_ITEM orv_folders ${PROJECT_SOURCE_DIR}/resources/desktop
+     ${PROJECT_SOURCE_DIR}/resources/pictures)
 foreach(folder ${orv_folders})
     cmake_path(GET folder FILENAME name)
     file(GLOB_RECURSE files CONFIGURE_DEPENDS ${folder}/*)

@@ -12,7 +12,7 @@ desktop_packages=(
 )
 test_packages=(
     chromium clang-14 clang-format-14 clang-tidy-14 libbenchmark-dev libclang-rt-14-dev libgmock-dev
-    libgtest-dev nodejs python3 x11-apps x11-xserver-utils
+    libgtest-dev nodejs python3 x11-apps x11-xserver-utils xdotool
 )
 
 # install_packages NAME...: those that are missing; says what to do where that is not possible.

@@ -1,6 +1,8 @@
 #include "common/Folders.h"
 
+#include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 
 namespace orv::apps {
@@ -30,6 +32,18 @@ std::string resourceFolder()
     const fs::path program = fs::read_symlink("/proc/self/exe", error);
     const fs::path installed = program.parent_path().parent_path() / "share/OrvAnnotation";
     return !error && fs::is_directory(installed, error) ? installed.string() : ORV_BUILT_RESOURCES;
+}
+
+std::string stateFolder()
+{
+    // What is no absolute path does not count, as that standard says.
+    if (const char *state = std::getenv("XDG_STATE_HOME"); state != nullptr && *state == '/') {
+        return plainPath(state);
+    }
+    if (const char *home = std::getenv("HOME"); home != nullptr && *home == '/') {
+        return plainPath(home) + "/.local/state";
+    }
+    throw std::runtime_error("Neither XDG_STATE_HOME nor HOME names a folder.");
 }
 
 } // namespace orv::apps

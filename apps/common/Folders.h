@@ -11,5 +11,8 @@ namespace orv::apps {
 [[nodiscard]] std::string pathBelow(const std::string &folder, const std::string &path);
 /// Where layouts, pictures and lessons lie: beside the installed program, else in the build tree.
 [[nodiscard]] std::string resourceFolder();
+/// Where programs keep what outlives them and is nobody's document: XDG_STATE_HOME, or its usual
+/// place. Throws `std::runtime_error` when there is no home either.
+[[nodiscard]] std::string stateFolder();
 
 } // namespace orv::apps

@@ -1,7 +1,5 @@
 #include "orvane-streamer/StreamerHost.h"
 
-#include "common/RecordText.h"
-
 #include <fmt/format.h>
 
 #include <atomic>
@@ -30,7 +28,6 @@ StreamerHost::StreamerHost(const HostSettings &settings, ScreenLog &log) : log_(
     }
     const DesktopPlatform::Display display = platform_.mainDisplay();
     applyHostSettings(settings, controller_, display.displayID, {display.width, display.height});
-    log_.write(platform_.describe());
 }
 
 StreamerHost::~StreamerHost()
@@ -61,10 +58,10 @@ int StreamerHost::sendCommand(const void *bytes, std::size_t length, std::uint32
     return 0;
 }
 
-int StreamerHost::sendData(const void * /*bytes*/, std::size_t length, std::uint32_t /*pluginID*/)
+int StreamerHost::sendData(const void *bytes, std::size_t length, std::uint32_t /*pluginID*/)
 {
     if (StreamerHost *host = running) {
-        host->log_.write(fmt::format("a data package of {} bytes", length));
+        host->dataSent(bytes, length);
     }
     return 0;
 }
@@ -77,10 +74,17 @@ void StreamerHost::commandSent(const void *bytes, std::size_t length)
         return;
     }
     std::memcpy(&record, bytes, sizeof record);
-    log_.write(recordText(record));
     const std::lock_guard lock(listenerMutex_);
-    if (listener_) {
-        listener_(record);
+    if (listener_.record) {
+        listener_.record(record);
+    }
+}
+
+void StreamerHost::dataSent(const void *bytes, std::size_t length)
+{
+    const std::lock_guard lock(listenerMutex_);
+    if (listener_.package) {
+        listener_.package({static_cast<const std::uint8_t *>(bytes), length});
     }
 }
 

@@ -10,14 +10,20 @@ namespace orv::apps {
 
 /// What the streamer was called with.
 struct StreamerOptions {
+    enum class Task { serve, demo, diagnose, forget, help, version };
+
+    Task task = Task::serve;
     std::optional<std::uint16_t> plugin;
-    /// Set: wait for clients there instead of playing a lesson; 0 for any free port.
-    std::optional<std::uint16_t> listen;
+    std::string address = "127.0.0.1";
+    /// Nothing for the usual port, or a free one when that is taken; 0 for any free port.
+    std::optional<std::uint16_t> port;
     /// Empty for the first lesson.
     std::string lesson;
     std::string out = ".";
-    bool help = false;
 };
+
+/// The port of the remote page: no service is registered for it, and it needs no rights.
+inline constexpr std::uint16_t kUsualPort = 8720;
 
 /// The call does not fit; the text is one sentence that names the argument.
 class OptionError : public std::runtime_error {

@@ -21,8 +21,8 @@ public:
         int scale = 1;
     };
 
-    /// Connects to the display that DISPLAY names. Throws `std::runtime_error` with one sentence when
-    /// it cannot, or when the X server takes no input from programs.
+    /// Connects to the display that DISPLAY names. Throws `std::runtime_error` with one sentence
+    /// when it cannot, or when the X server takes no input from programs.
     explicit DesktopInput(const Place &place);
     ~DesktopInput();
     DesktopInput(const DesktopInput &) = delete;

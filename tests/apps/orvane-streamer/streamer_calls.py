@@ -41,10 +41,14 @@ class StreamerCalls(unittest.TestCase):
     def test_bad_options(self):
         self.expect(2, 'There is no option "--fast".', "--fast")
         self.expect(2, "--plugin takes a number from 0 to 65535", "--plugin", "x")
-        self.expect(2, "--listen takes a number from 0 to 65535", "--listen", "65536")
-        self.expect(2, "--out needs a value after it.", "--out")
-        self.expect(2, "exclude each other", "--listen", "1", "--lesson", "x")
-        self.expect(2, 'The lesson "/nowhere" cannot be read.', "--lesson", "/nowhere")
+        self.expect(2, "--port takes a number from 0 to 65535", "--port", "65536")
+        self.expect(2, "--out needs a value after it.", "--demo", "--out")
+        self.expect(2, "--demo and --diagnose exclude each other.", "--demo", "--diagnose")
+        self.expect(2, "--lesson goes with --demo.", "--lesson", "x")
+        self.expect(2, "--port is for serving the remote page", "--demo", "--port", "1")
+        self.expect(2, "16, 17 and 18, not for 12", "--plugin", "12")
+        self.expect(2, '--bind takes an address such as 192.168.1.5', "--bind", "nowhere")
+        self.expect(2, 'The lesson "/nowhere" cannot be read.', "--demo", "--lesson", "/nowhere")
 
     def test_a_lesson_that_cannot_be_played(self):
         host = '{"host": {}}'
@@ -56,16 +60,24 @@ class StreamerCalls(unittest.TestCase):
             (host, '"host" comes once'),
         ):
             name = self.lesson(host, "", line)
-            self.expect(2, f"{name}:3: ", "--lesson", name)
-            self.expect(2, message, "--lesson", name)
+            self.expect(2, f"{name}:3: ", "--demo", "--lesson", name)
+            self.expect(2, message, "--demo", "--lesson", name)
         name = self.lesson('{"note": "x"}')
-        self.expect(2, f'{name}:1: "host" must come first', "--lesson", name)
+        self.expect(2, f'{name}:1: "host" must come first', "--demo", "--lesson", name)
         name = self.lesson("# nothing")
-        self.expect(2, 'no "host" line', "--lesson", name)
+        self.expect(2, 'no "host" line', "--demo", "--lesson", name)
 
     def test_no_display(self):
         self.expect(1, "display")
-        self.expect(1, "display", "--listen", "0")
+        self.expect(1, "display", "--demo")
+        result = call("--diagnose")
+        self.assertEqual(result.returncode, 1)
+        self.assertIn("display", result.stdout)
+
+    def test_version(self):
+        result = call("--version")
+        self.assertEqual(result.returncode, 0)
+        self.assertRegex(result.stdout, r"^Orvane Streamer with OrvAnnotation \d+\.\d+")
 
 
 if __name__ == "__main__":

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The streamer on a real X server: a client over TCP, the first lesson, the end by a signal.
+"""The streamer on a real X server: a remote client, the first lesson, the end by a signal.
 
 Usage: streamer_e2e.py [--without-lesson] PROGRAM [TEST...]
 """
@@ -16,27 +16,10 @@ import unittest
 import zlib
 from pathlib import Path
 
+from remote_client import ANSWER, SWITCH_MODE, UNDO, RemoteClient, pair, record
+
 WITHOUT_LESSON = "--without-lesson" in sys.argv
 SECONDS = 60
-RECORD = struct.Struct("<HHII52s")
-
-SWITCH_MODE, UNDO, MOUSE = 0, 17, 0xEFFD
-ANSWER = 0x8000
-PRESS, RELEASE, MOVE = 5, 6, 10
-
-
-def record(wparam, lparam, ext=b"", plugin=17):
-    return RECORD.pack(plugin, 0, wparam, lparam, ext)
-
-
-def mouse(action, x, y):
-    return record(MOUSE, action, struct.pack(">II", x, y))
-
-
-def stroke(*points):
-    first, last = points[0], points[-1]
-    moves = b"".join(mouse(MOVE, *point) for point in points[1:])
-    return mouse(PRESS, *first) + moves + mouse(RELEASE, *last)
 
 
 def png_pixel(data, x, y):
@@ -107,36 +90,6 @@ class Streamer:
         self.process.stdout.close()
 
 
-class Client:
-    def __init__(self, port):
-        self.socket = socket.create_connection(("127.0.0.1", port), SECONDS)
-        self.buffer = b""
-
-    def send_in_pieces(self, data, size):
-        for start in range(0, len(data), size):
-            self.socket.sendall(data[start : start + size])
-
-    def read(self):
-        """(wparam, lparam, ext) of the next record; None at the end of the connection."""
-        while len(self.buffer) < RECORD.size:
-            chunk = self.socket.recv(4096)
-            if not chunk:
-                return None
-            self.buffer += chunk
-        plugin, _, wparam, lparam, ext = RECORD.unpack(self.buffer[: RECORD.size])
-        self.buffer = self.buffer[RECORD.size :]
-        assert plugin == 17, plugin
-        return wparam, lparam, ext
-
-    def wait_for(self, wparam, lparam, ext=b""):
-        seen = []
-        while (found := self.read()) is not None:
-            seen.append(found)
-            if found[:2] == (wparam, lparam) and found[2].startswith(ext):
-                return found
-        raise AssertionError(f"no record {wparam:#x} {lparam} {ext.hex()} among {seen}")
-
-
 class StreamerTest(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
@@ -148,13 +101,14 @@ class StreamerTest(unittest.TestCase):
         self.addCleanup(streamer.close)
         return streamer
 
-    def listen(self):
-        streamer = self.start("--listen", "0")
-        return streamer, int(streamer.wait_for(r"listening on 127\.0\.0\.1:(\d+)")[1])
+    def serve(self, *arguments):
+        streamer = self.start("--port", "0", *arguments)
+        found = streamer.wait_for(r"http://127\.0\.0\.1:(\d+)/\?code=(\w+)")
+        return streamer, int(found[1]), found[2]
 
-    def connect(self, port):
-        client = Client(port)
-        self.addCleanup(client.socket.close)
+    def connect(self, port, cookie):
+        client = RemoteClient(port, cookie)
+        self.addCleanup(client.close)
         return client
 
     def saved_files(self):
@@ -162,17 +116,18 @@ class StreamerTest(unittest.TestCase):
         return [path for path in data.rglob("*") if path.is_file()]
 
     def test_a_client_draws_and_the_work_is_saved_at_the_end(self):
-        streamer, port = self.listen()
-        client = self.connect(port)
+        streamer, port, code = self.serve()
+        client = self.connect(port, pair(port, code))
 
-        open_record = record(SWITCH_MODE, 0, b"\x01")
-        client.send_in_pieces(open_record, 13)
+        client.send(record(SWITCH_MODE, 0, b"\x01"))
         client.wait_for(ANSWER, 0, b"\x01\x00\x01\x01")
-        client.send_in_pieces(stroke((300, 300), (420, 340), (600, 300)), 37)
+        client.stroke((300, 300), (420, 340), (600, 300))
         client.wait_for(UNDO, 0, struct.pack("<HH", 1, 0))
-        client.send_in_pieces(record(UNDO, 1), 1)
+        client.send(record(UNDO, 1))
         client.wait_for(UNDO, 0, struct.pack("<HH", 0, 1))
-        client.send_in_pieces(record(UNDO, 2) + stroke((50, 50), (90, 60)), 64 + 3)
+        client.send(record(UNDO, 2))
+        client.wait_for(UNDO, 0, struct.pack("<HH", 1, 0))
+        client.stroke((50, 50), (90, 60))
         client.wait_for(UNDO, 0, struct.pack("<HH", 2, 0))
         streamer.process.send_signal(signal.SIGINT)
 
@@ -183,23 +138,41 @@ class StreamerTest(unittest.TestCase):
             any(path.stat().st_size > 1000 for path in self.saved_files()), self.saved_files()
         )
 
-    def test_another_client_may_come_after_one_has_left(self):
-        streamer, port = self.listen()
-        first = self.connect(port)
-        streamer.wait_for("a client has come")
-        first.socket.sendall(record(SWITCH_MODE, 0, b"\x01")[:10])
-        first.socket.close()
-        streamer.wait_for(r"the client has left in the middle of a record \(10 bytes\)")
+    def test_a_client_that_is_lost_leaves_a_whole_stroke(self):
+        streamer, port, code = self.serve()
+        cookie = pair(port, code)
+        first = self.connect(port, cookie)
+        first.send(record(SWITCH_MODE, 0, b"\x01"))
+        first.wait_for(ANSWER, 0, b"\x01")
+        first.send(first.mouse(5, 200, 200), first.mouse(10, 400, 300))
+        first.wait_for(UNDO, 0, struct.pack("<HH", 1, 0))
+        first.close()
+        streamer.wait_for("nobody has the pen")
 
-        second = self.connect(port)
-        second.socket.sendall(record(SWITCH_MODE, 0, b"\x01"))
+        second = self.connect(port, cookie)
+        second.stroke((500, 500), (600, 600))
 
-        second.wait_for(ANSWER, 0, b"\x01")
+        second.wait_for(UNDO, 0, struct.pack("<HH", 2, 0))
         streamer.process.send_signal(signal.SIGTERM)
         self.assertEqual(streamer.finish(), 0)
 
+    def test_a_browser_comes_back_after_a_new_start(self):
+        streamer, port, code = self.serve()
+        cookie = pair(port, code)
+        streamer.process.send_signal(signal.SIGTERM)
+        self.assertEqual(streamer.finish(), 0)
+
+        again = self.start("--port", str(port))
+        found = again.wait_for(r"http://127\.0\.0\.1:(\d+)/\?code=(\w+)")
+
+        self.assertEqual(int(found[1]), port)
+        self.assertNotEqual(found[2], code)
+        self.connect(port, cookie)
+        again.process.send_signal(signal.SIGTERM)
+        self.assertEqual(again.finish(), 0)
+
     def test_an_idle_streamer_ends_by_a_signal(self):
-        streamer, _ = self.listen()
+        streamer, _, _ = self.serve()
 
         streamer.process.send_signal(signal.SIGTERM)
 
@@ -208,12 +181,21 @@ class StreamerTest(unittest.TestCase):
     def test_a_port_that_is_taken_is_an_error(self):
         with socket.create_server(("127.0.0.1", 0)) as taken:
             port = str(taken.getsockname()[1])
-            streamer = self.start("--listen", port)
+            streamer = self.start("--port", port)
             self.assertEqual(streamer.finish(), 1)
+
+    def test_where_other_machines_reach_it_the_streamer_says_so(self):
+        streamer = self.start("--port", "0", "--bind", "0.0.0.0")
+
+        streamer.wait_for("Other machines can reach this address")
+
+        streamer.wait_for("nothing is encrypted")
+        streamer.process.send_signal(signal.SIGTERM)
+        self.assertEqual(streamer.finish(), 0)
 
     @unittest.skipIf(WITHOUT_LESSON, "the program is too slow to play it in real time")
     def test_the_first_lesson_plays_to_its_end(self):
-        streamer = self.start("--out", str(self.folder / "pictures"))
+        streamer = self.start("--demo", "--out", str(self.folder / "pictures"))
 
         self.assertEqual(streamer.finish(), 0, streamer.lines)
 
@@ -235,7 +217,7 @@ class StreamerTest(unittest.TestCase):
         return png_pixel(picture.read_bytes(), x, y)
 
     def test_a_lesson_is_left_early_by_a_signal(self):
-        streamer = self.start("--out", str(self.folder))
+        streamer = self.start("--demo", "--out", str(self.folder))
         streamer.wait_for("undo and redo: 1 to undo")
 
         streamer.process.send_signal(signal.SIGINT)

@@ -11,8 +11,9 @@ desktop_packages=(
     xdg-user-dirs xvfb
 )
 test_packages=(
-    chromium clang-14 clang-format-14 clang-tidy-14 libbenchmark-dev libclang-rt-14-dev libgmock-dev
-    libgtest-dev nodejs python3 x11-apps x11-xserver-utils xdotool
+    appstream chromium clang-14 clang-format-14 clang-tidy-14 desktop-file-utils groff-base
+    libbenchmark-dev libclang-rt-14-dev libgmock-dev libgtest-dev libxkbcommon-dev
+    libxkbcommon-x11-dev man-db mandoc nodejs python3 systemd x11-apps x11-xserver-utils xdotool
 )
 
 # install_packages NAME...: those that are missing; says what to do where that is not possible.

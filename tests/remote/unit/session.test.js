@@ -348,6 +348,7 @@ test('another size of the display is taken over', () => {
 
   assert.deepEqual(given.session.state.display, { width: 1280, height: 800 });
   assert.equal(given.session.state.scale, 4);
+  assert.deepEqual(given.records, [OPEN, PEN], 'annotation opens for the new size');
 });
 
 test('texts that mean nothing change nothing', () => {

@@ -37,6 +37,7 @@ TEST(HostNames, knowsNoOtherNames)
                                    "::1",
                                    "[::1",
                                    "[::1]x",
+                                   "[::1]x80",
                                    "[::1]:",
                                    "[127.0.0.1]",
                                    "[fe80::1%eth0]",

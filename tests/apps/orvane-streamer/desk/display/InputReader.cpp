@@ -170,8 +170,23 @@ void InputReader::pressKey(std::uint8_t key, bool down)
     xcb_flush(server_.get());
 }
 
-std::uint8_t InputReader::keyOf(xkb_keysym_t symbol) const
+void InputReader::pressButton(std::uint8_t button, bool down)
 {
+    xcb_test_fake_input(server_.get(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, button,
+                        XCB_CURRENT_TIME, XCB_NONE, 0, 0, 0);
+    xcb_flush(server_.get());
+}
+
+void InputReader::write(std::uint8_t key, xkb_keysym_t symbol)
+{
+    const std::array<xcb_keysym_t, 2> symbols{symbol, symbol};
+    xcb_change_keyboard_mapping(server_.get(), 1, key, symbols.size(), symbols.data());
+    xcb_flush(server_.get());
+}
+
+std::uint8_t InputReader::keyOf(xkb_keysym_t symbol)
+{
+    readLayout();
     for (xkb_keycode_t key = xkb_keymap_min_keycode(keymap_.get());
          key <= xkb_keymap_max_keycode(keymap_.get()); ++key) {
         const xkb_keysym_t *symbols = nullptr;
@@ -180,7 +195,7 @@ std::uint8_t InputReader::keyOf(xkb_keysym_t symbol) const
             return static_cast<std::uint8_t>(key);
         }
     }
-    throw std::runtime_error("the keyboard has no such key");
+    return 0;
 }
 
 } // namespace orv::apps::test

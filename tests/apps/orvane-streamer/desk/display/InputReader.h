@@ -37,9 +37,13 @@ public:
     bool hasButtonDown();
     /// What all keys bear.
     std::vector<std::uint32_t> mapping();
-    /// Presses a key of this program, as a hand would.
+    /// Key or button, pressed by another program than the one under test.
     void pressKey(std::uint8_t key, bool down);
-    [[nodiscard]] std::uint8_t keyOf(xkb_keysym_t symbol) const;
+    void pressButton(std::uint8_t button, bool down);
+    /// Gives a key another symbol.
+    void write(std::uint8_t key, xkb_keysym_t symbol);
+    /// 0 where no key bears the symbol alone.
+    [[nodiscard]] std::uint8_t keyOf(xkb_keysym_t symbol);
 
     /// The characters of keys that went down, in UTF-8.
     std::string text;

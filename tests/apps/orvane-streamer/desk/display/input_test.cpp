@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
+#include <chrono>
 #include <optional>
 #include <thread>
 
@@ -134,6 +135,41 @@ TEST_F(AnyDisplayInput, typesMoreStrangeCharactersThanThereAreSpareKeys)
     typist.join();
 
     EXPECT_TRUE(isRead) << reader.text;
+}
+
+TEST_F(AnyDisplayInput, keepsTheStrangeCharactersThatWereTypedLast)
+{
+    const XServer server;
+    const auto spare = static_cast<char16_t>(KeyLayout(server.get()).emptyKeys().size());
+    ASSERT_GT(spare, 2);
+    std::u16string text;
+    for (char16_t unit = 0; unit < spare; ++unit) {
+        text += static_cast<char16_t>(u'一' + unit);
+    }
+
+    type(text + u"一龍");
+
+    ASSERT_TRUE(reader.reads([&] { return reader.keys.size() == 2 * text.size() + 4; }));
+    EXPECT_NE(reader.keyOf(xkb_utf32_to_keysym(U'一')), 0);
+    EXPECT_EQ(reader.keyOf(xkb_utf32_to_keysym(U'丁')), 0);
+    EXPECT_NE(reader.keyOf(xkb_utf32_to_keysym(U'龍')), 0);
+}
+
+TEST_F(AnyDisplayInput, leavesApplicationsTimeBeforeAKeyGetsAnotherCharacter)
+{
+    const XServer server;
+    const auto spare = static_cast<char16_t>(KeyLayout(server.get()).emptyKeys().size());
+    std::u16string text;
+    for (char16_t unit = 0; unit < spare; ++unit) {
+        text += static_cast<char16_t>(u'一' + unit);
+    }
+    type(text);
+
+    const auto start = std::chrono::steady_clock::now();
+    type(text + u"龍");
+    const auto taken = std::chrono::steady_clock::now() - start;
+
+    EXPECT_GE(taken, std::chrono::milliseconds(60));
 }
 
 TEST_F(AnyDisplayInput, leavesTheLayoutAsItWas)
@@ -269,15 +305,21 @@ TEST_F(AnyDisplayInput, liftsAllThatIsDownAtItsEnd)
     EXPECT_EQ(reader.buttons.back(), (Button{1, false, 10, 10}));
 }
 
-TEST_F(AnyDisplayInput, leavesAHandsOwnKeysAlone)
+TEST_F(AnyDisplayInput, leavesAloneWhatAnotherProgramHoldsDown)
 {
     const std::uint8_t control = reader.keyOf(XKB_KEY_Control_R);
     reader.pressKey(control, true);
+    reader.pressButton(1, true);
+    ASSERT_TRUE(readsButtons(1));
 
+    input->take(key(0xA3, false));
+    input->take(mouse(6, 10, 10));
     input.reset();
 
     EXPECT_EQ(reader.keysDown(), 1);
+    EXPECT_TRUE(reader.hasButtonDown());
     reader.pressKey(control, false);
+    reader.pressButton(1, false);
 }
 
 } // namespace orv::apps::test

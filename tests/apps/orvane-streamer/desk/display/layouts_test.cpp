@@ -57,6 +57,19 @@ TEST_F(AnyDisplayLayouts, areFollowedWhenTheyChange)
     EXPECT_TRUE(reader.readsText("yz@yzÜ@€^")) << reader.text;
 }
 
+TEST_F(AnyDisplayLayouts, areTypedOnAsAHandWould)
+{
+    choose("de");
+    const auto before = reader.mapping();
+
+    type(u"@A");
+
+    ASSERT_TRUE(reader.reads([&] { return reader.keys.size() >= 8; }));
+    EXPECT_THAT(reader.keys, ElementsAre("ISO_Level3_Shift", "at", "-at", "-ISO_Level3_Shift",
+                                         "Shift_L", "A", "-A", "-Shift_L"));
+    EXPECT_EQ(reader.mapping(), before);
+}
+
 TEST_F(AnyDisplayLayouts, giveKeysByTheSignsOnThem)
 {
     choose("de");
@@ -103,6 +116,22 @@ TEST_F(AnyDisplayLayouts, mayTakeTheSpareKeysAway)
     type(u"漢字ä語");
 
     EXPECT_TRUE(reader.readsText("漢字漢字ä語")) << reader.text;
+}
+
+TEST_F(AnyDisplayLayouts, keepWhatOthersWroteOnSpareKeys)
+{
+    const xkb_keysym_t strange = xkb_utf32_to_keysym(U'漢');
+    const xkb_keysym_t others = xkb_utf32_to_keysym(U'Ж');
+    type(u"漢");
+    ASSERT_TRUE(reader.readsText("漢")) << reader.text;
+    const std::uint8_t spare = reader.keyOf(strange);
+    ASSERT_NE(spare, 0);
+
+    reader.write(spare, others);
+    EXPECT_EQ(reader.keyOf(others), spare);
+    input.reset();
+
+    EXPECT_EQ(reader.keyOf(others), spare);
 }
 
 } // namespace orv::apps::test

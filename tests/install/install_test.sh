@@ -30,9 +30,15 @@ expect_line '^sent 8000 0 show 1$'
 expect_line '^sent 8000 0 show 0$'
 
 for file in bin/orv-replay bin/orvane-streamer include/OrvAnnotation/AnnotationController.h \
-    share/OrvAnnotation/lessons/first-lesson.jsonl share/OrvAnnotation/pictures/pen_black_f_d@2x.png; do
+    share/OrvAnnotation/lessons/first-lesson.jsonl share/OrvAnnotation/pictures/pen_black_f_d@2x.png \
+    share/OrvAnnotation/remote/index.html share/man/man1/orvane-streamer.1 \
+    share/applications/com.orvane.Orvane-Streamer.desktop \
+    share/icons/hicolor/scalable/apps/com.orvane.Orvane-Streamer.svg \
+    lib/systemd/user/orvane-streamer.service; do
     [[ -e $work/prefix/$file ]] || {
         echo "install_test: $file was not installed" >&2
         exit 1
     }
 done
+
+"$work/prefix/bin/orvane-streamer" --version | grep -q '^Orvane Streamer with OrvAnnotation [0-9]'

@@ -12,8 +12,9 @@
 #include <random>
 #include <string>
 
-// What one drag costs on a canvas of 1920x1080 with settled strokes of 200 points on it, as a ratio
-// to the same drag on an empty canvas of the same run.
+// What frames cost on a canvas of 1920x1080 with settled strokes of 200 points on it, as ratios
+// within one run: a drag to one on an empty canvas and to one of a short stroke, an undo to a full
+// repaint.
 
 namespace {
 
@@ -23,6 +24,7 @@ using platform::EventType;
 using platform::Point;
 
 constexpr int kPointsAStroke = 200;
+constexpr int kDrags = 300;
 
 class PenOfFourPoints : public CanvasTool {
 public:
@@ -90,6 +92,18 @@ public:
     }
     void press() { send(EventType::leftMouseDown, {200.0, 200.0}); }
     void dragTo(Point p) { send(EventType::leftMouseDragged, p); }
+    void undo()
+    {
+        canvas_->undoAnnotation();
+        desk_.platform().mainThread().drain();
+    }
+    /// As when annotation mode opens: nothing is kept from the time before.
+    void repaintAll()
+    {
+        window_->orderOut();
+        window_->orderFront();
+        desk_.platform().mainThread().drain();
+    }
 
 private:
     void send(EventType type, Point at)
@@ -107,18 +121,23 @@ private:
     std::shared_ptr<AnnotationsView> canvas_;
 };
 
+/// What one of the drags from `first` to `last` takes.
+double secondsOfDrags(Bench &bench, int first, int last)
+{
+    const double seconds = bench::secondsOf([&] {
+        for (int i = first; i <= last; ++i) {
+            bench.dragTo({960.0 + 700.0 * std::cos(i * 0.05), 540.0 + 400.0 * std::sin(i * 0.037)});
+        }
+    });
+    return seconds / (last - first + 1);
+}
+
 double secondsADrag(int settled)
 {
     Bench full;
     full.settle(settled);
     full.press();
-    const int drags = settled >= 1000 ? 2 : 20;
-    const double seconds = bench::secondsOf([&] {
-        for (int i = 1; i <= drags; ++i) {
-            full.dragTo({200.0 + 4.0 * i, 200.0 + 30.0 * std::sin(i * 0.2)});
-        }
-    });
-    return seconds / drags;
+    return secondsOfDrags(full, 1, kDrags);
 }
 
 void drag(benchmark::State &state)
@@ -133,6 +152,47 @@ void drag(benchmark::State &state)
     state.counters["ratio_to_empty"] = total / static_cast<double>(state.iterations()) / empty;
 }
 BENCHMARK(drag)->Arg(0)->Arg(100)->Arg(1000)->Arg(10000)->UseManualTime()->Iterations(1)->Unit(
+    benchmark::kMillisecond);
+
+void dragOfALongStroke(benchmark::State &state)
+{
+    const auto points = static_cast<int>(state.range(0));
+    for (auto _ : state) {
+        Bench bench;
+        bench.settle(100);
+        bench.press();
+        const double early = secondsOfDrags(bench, 11, 110);
+        secondsOfDrags(bench, 111, points);
+        const double late = secondsOfDrags(bench, points + 1, points + 100);
+        state.SetIterationTime(late);
+        state.counters["ratio_to_short"] = late / early;
+    }
+}
+BENCHMARK(dragOfALongStroke)
+    ->Arg(500)
+    ->Arg(2000)
+    ->UseManualTime()
+    ->Iterations(1)
+    ->Unit(benchmark::kMillisecond);
+
+void undo(benchmark::State &state)
+{
+    constexpr int undos = 20;
+    for (auto _ : state) {
+        Bench bench;
+        bench.settle(static_cast<int>(state.range(0)));
+        const double repaint = bench::secondsOf([&] { bench.repaintAll(); });
+        const double seconds = bench::secondsOf([&] {
+                                   for (int i = 0; i < undos; ++i) {
+                                       bench.undo();
+                                   }
+                               }) /
+                               undos;
+        state.SetIterationTime(seconds);
+        state.counters["repaints_for_one"] = repaint / seconds;
+    }
+}
+BENCHMARK(undo)->Arg(1000)->Arg(10000)->UseManualTime()->Iterations(1)->Unit(
     benchmark::kMillisecond);
 
 } // namespace

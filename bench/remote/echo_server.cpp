@@ -5,6 +5,7 @@
 #include <boost/beast/core.hpp>
 #include <boost/beast/websocket.hpp>
 
+#include <exception>
 #include <iostream>
 
 namespace {
@@ -32,7 +33,7 @@ void echo(asio::ip::tcp::socket socket)
 } // namespace
 
 int main()
-{
+try {
     asio::io_context network;
     asio::ip::tcp::acceptor acceptor(
         network, {asio::ip::address_v4::loopback(), static_cast<unsigned short>(0)});
@@ -41,4 +42,7 @@ int main()
     acceptor.accept(socket);
     echo(std::move(socket));
     return 0;
+} catch (const std::exception &error) {
+    std::cerr << "echo_server: " << error.what() << '\n';
+    return 1;
 }

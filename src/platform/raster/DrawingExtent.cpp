@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <concepts>
 #include <cstddef>
 
 namespace orv::platform {
@@ -210,7 +211,7 @@ bool isSame(const DrawingRecord &a, const Mark &markOfA, const DrawingRecord &b,
     }
     return std::visit(
         [&callOfB]<class Call>(const Call &call) {
-            if constexpr (requires { call == call; }) {
+            if constexpr (std::equality_comparable<Call>) {
                 return call == std::get<Call>(callOfB);
             } else {
                 return true;

@@ -145,11 +145,11 @@ class StreamerTest(unittest.TestCase):
         first.send(record(SWITCH_MODE, 0, b"\x01"))
         first.wait_for(ANSWER, 0, b"\x01")
         first.send(first.mouse(5, 200, 200), first.mouse(10, 400, 300))
-        first.wait_for(UNDO, 0, struct.pack("<HH", 1, 0))
         first.close()
         streamer.wait_for("nobody has the pen")
 
         second = self.connect(port, cookie)
+        second.wait_for(UNDO, 0, struct.pack("<HH", 1, 0))
         second.stroke((500, 500), (600, 600))
 
         second.wait_for(UNDO, 0, struct.pack("<HH", 2, 0))

@@ -21,7 +21,9 @@ endif()
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Wold-style-cast -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
     # It sees these in its own std::string when it optimizes.
-    add_compile_options(-Wno-array-bounds -Wno-restrict -Wno-stringop-overflow)
+    add_compile_options(-Wno-array-bounds -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread)
+    # It takes two doubles at once and forgets that both were to be rounded to floats.
+    add_compile_options(-fno-tree-slp-vectorize)
 endif()
 if(ORV_SANITIZE)
     add_compile_options(-fsanitize=${ORV_SANITIZE} -fno-omit-frame-pointer)

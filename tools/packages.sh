@@ -1,10 +1,11 @@
 # Sourced by ./test and ./run: which Debian packages each needs, and how they get here.
 
 build_packages=(
-    ccache cmake g++ libboost-dev libbsd-dev libfmt-dev libqrencode-dev libturbojpeg0-dev libx11-dev
-    libxcb1-dev libxcb-composite0-dev libxcb-damage0-dev libxcb-randr0-dev libxcb-shape0-dev
-    libxcb-shm0-dev libxcb-xfixes0-dev libxcb-xtest0-dev libxkbcommon-dev libxkbcommon-x11-dev
-    ninja-build nlohmann-json3-dev pkg-config qt6-base-dev qt6-svg-dev
+    ccache cmake g++ libboost-dev libbsd-dev libfmt-dev libjpeg62-turbo-dev libqrencode-dev
+    libturbojpeg0-dev libx11-dev libxcb1-dev libxcb-composite0-dev libxcb-damage0-dev
+    libxcb-randr0-dev libxcb-shape0-dev libxcb-shm0-dev libxcb-xfixes0-dev libxcb-xtest0-dev
+    libxkbcommon-dev libxkbcommon-x11-dev ninja-build nlohmann-json3-dev pkg-config qt6-base-dev
+    qt6-svg-dev
 )
 desktop_packages=(
     fonts-dejavu-core fonts-droid-fallback fonts-urw-base35 hsetroot openbox picom x11-utils
@@ -12,7 +13,7 @@ desktop_packages=(
 )
 test_packages=(
     appstream chromium clang-14 clang-format-14 clang-tidy-14 desktop-file-utils groff-base
-    libbenchmark-dev libclang-rt-14-dev libgmock-dev libgtest-dev man-db mandoc nodejs python3
+    libagg-dev libbenchmark-dev libclang-rt-14-dev libgmock-dev libgtest-dev man-db mandoc nodejs python3
     systemd x11-apps x11-xkb-utils x11-xserver-utils xdotool zbar-tools
 )
 

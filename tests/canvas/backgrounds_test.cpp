@@ -301,17 +301,6 @@ TEST(DoubleArrow, HasHeadsOfTheSameSizeInAnyDirection)
                                     IsPoint(99.52, 215.36), IsPoint(100.0, 200.0)));
 }
 
-TEST(DoubleArrow, HasHeadsOfSinglePrecision)
-{
-    ChartRecorder recorder;
-
-    backgrounds::drawDoubleArrow(recorder, {0.0, 0.0}, {60.0, 80.0});
-
-    EXPECT_EQ(recorder.boxes().front().origin, (Point{7.2F, 9.6F}));
-    EXPECT_EQ(recorder.strokes.front().path.currentPoint(),
-              (Point{60.0 - double{7.2F}, 80.0 - double{9.6F}}));
-}
-
 TEST(DoubleArrow, FillsEachHeadBeforeItsOutline)
 {
     ChartRecorder recorder;

@@ -230,9 +230,7 @@ void DesktopWindowSurface::draw()
 {
     const auto changed = painter_.paint(
         picture_, grid(), [this](GraphicsContext &context) { events_.draw(context, bounds()); });
-    for (const PixelRect &area : changed) {
-        presenter_->present(picture_, area);
-    }
+    presenter_->present(picture_, changed);
 }
 
 void DesktopWindowSurface::exposed(const QRegion &region)

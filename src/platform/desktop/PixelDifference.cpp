@@ -19,8 +19,8 @@ struct Span {
     int end;
 };
 
-std::optional<Span> changedSpan(const Image &before, const Image &after, const PixelRect &within,
-                                int y)
+std::optional<Span> changedSpan(const PixelRows &before, const PixelRows &after,
+                                const PixelRect &within, int y)
 {
     const std::uint32_t *a = before.row(y) + within.x;
     const std::uint32_t *b = after.row(y) + within.x;
@@ -41,7 +41,7 @@ std::optional<Span> changedSpan(const Image &before, const Image &after, const P
 
 } // namespace
 
-std::vector<PixelRect> changedRects(const Image &before, const Image &after,
+std::vector<PixelRect> changedRects(const PixelRows &before, const PixelRows &after,
                                     const PixelRect &within)
 {
     std::vector<PixelRect> rects;

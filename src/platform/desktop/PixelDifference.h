@@ -3,13 +3,30 @@
 #include "platform/raster/PixelRect.h"
 #include "platform/values/Image.h"
 
+#include <cstddef>
+#include <cstdint>
 #include <vector>
 
 namespace orv::platform {
 
+/// The pixels of an `Image`, or others that lie as those do.
+struct PixelRows {
+    const std::uint32_t *data;
+    int width;
+
+    [[nodiscard]] const std::uint32_t *row(int y) const
+    {
+        return data + static_cast<std::size_t>(y) * static_cast<std::size_t>(width);
+    }
+};
+[[nodiscard]] inline PixelRows rowsOf(const Image &image)
+{
+    return {image.data(), image.width()};
+}
+
 /// The pixels in `within` that differ between two pictures of one size, as few upright rectangles
 /// from the top down that do not overlap. `within` lies inside the pictures.
-[[nodiscard]] std::vector<PixelRect> changedRects(const Image &before, const Image &after,
+[[nodiscard]] std::vector<PixelRect> changedRects(const PixelRows &before, const PixelRows &after,
                                                   const PixelRect &within);
 
 /// Copies the pixels of `rect` between two pictures of one size.

@@ -4,9 +4,7 @@
 #include "platform/desktop/PixelDifference.h"
 #include "platform/desktop/WindowShape.h"
 #include "platform/desktop/WindowTraits.h"
-#include "platform/raster/ImageConversion.h"
 
-#include <QPainter>
 #include <QWindow>
 
 #include <algorithm>
@@ -24,112 +22,115 @@ int visibleAt(double alpha)
     return from > kNeverVisible ? kNeverVisible : static_cast<int>(std::ceil(from));
 }
 
-QRect qRect(const PixelRect &rect)
-{
-    return {rect.x, rect.y, rect.width, rect.height};
-}
-
-Image opaqueCopy(const Image &image, const PixelRect &rect)
-{
-    Image copy(rect.width, rect.height);
-    for (int y = 0; y < rect.height; ++y) {
-        const std::uint32_t *from = image.row(rect.y + y) + rect.x;
-        std::transform(from, from + rect.width, copy.row(y), &opaqueColor);
-    }
-    return copy;
-}
-
 } // namespace
 
 Presenter::Presenter(QWindow &window, const XConnection &x)
-    : window_(window), x_(x), store_(&window)
+    : window_(window), x_(x), pixels_(x, static_cast<xcb_window_t>(window.winId()))
 {
+}
+
+Image Presenter::presented() const
+{
+    if (shaped_) {
+        return shaped_->picture;
+    }
+    Image picture(pixels_.width(), pixels_.height());
+    const auto count =
+        static_cast<std::size_t>(picture.width()) * static_cast<std::size_t>(picture.height());
+    std::copy_n(pixels_.data(), count, picture.data());
+    return picture;
 }
 
 void Presenter::setShaped(bool shaped, double alpha)
 {
     const auto window = static_cast<xcb_window_t>(window_.winId());
+    const Image picture = presented();
     if (shaped) {
-        if (!shape_) {
-            shape_.emplace(x_, window);
+        if (!shaped_) {
+            shaped_.emplace(Shaped{InkShape(x_, window), 1, picture});
         }
-        visibleFrom_ = visibleAt(alpha);
-        shape_->reset(shown_, visibleFrom_);
-    } else if (shape_) {
-        shape_.reset();
+        shaped_->visibleFrom = visibleAt(alpha);
+        shaped_->shape.reset(picture, shaped_->visibleFrom);
+    } else if (shaped_) {
+        shaped_.reset();
         WindowShape(x_, window).clear();
     }
+    keep(picture, bounds());
     put({bounds()});
 }
 
-void Presenter::present(const Image &model, const PixelRect &within)
+bool Presenter::fit(const Image &model)
 {
-    PixelRect area = within;
-    bool all = false;
-    if (model.width() != shown_.width() || model.height() != shown_.height()) {
-        shown_ = Image(model.width(), model.height());
-        if (shape_) {
-            shape_->reset(shown_, visibleFrom_);
-        }
-        area = bounds();
-        all = true;
+    if (model.width() == pixels_.width() && model.height() == pixels_.height()) {
+        return false;
     }
-    std::vector<PixelRect> changed = changedRects(shown_, model, area.intersection(bounds()));
-    if (shape_ && !changed.empty()) {
-        all = shape_->update(shown_, model, changed) || all;
+    pixels_.resize(model.width(), model.height());
+    if (shaped_) {
+        shaped_->picture = Image(model.width(), model.height());
+        shaped_->shape.reset(shaped_->picture, shaped_->visibleFrom);
     }
-    for (const PixelRect &rect : changed) {
-        copyPixels(model, shown_, rect);
-    }
-    if (all) {
-        changed = {bounds()};
-    }
-    put(changed);
+    return true;
 }
 
-void Presenter::put(const std::vector<PixelRect> &rects)
+void Presenter::present(const Image &model, const std::vector<PixelRect> &within)
 {
-    QRegion region;
-    for (const PixelRect &rect : rects) {
-        region += qRect(rect);
+    bool all = fit(model);
+    const std::vector<PixelRect> areas = all ? std::vector{bounds()} : within;
+    std::vector<PixelRect> sent;
+    for (const PixelRect &area : areas) {
+        const PixelRows before =
+            shaped_ ? rowsOf(shaped_->picture) : PixelRows{pixels_.data(), pixels_.width()};
+        const std::vector<PixelRect> changed =
+            changedRects(before, rowsOf(model), area.intersection(bounds()));
+        if (shaped_ && !changed.empty()) {
+            all = shaped_->shape.update(shaped_->picture, model, changed) || all;
+        }
+        for (const PixelRect &rect : changed) {
+            keep(model, rect);
+        }
+        sent.insert(sent.end(), changed.begin(), changed.end());
     }
-    if (region.isEmpty()) {
-        return;
+    put(all ? std::vector{bounds()} : sent);
+}
+
+void Presenter::keep(const Image &model, const PixelRect &rect)
+{
+    if (shaped_) {
+        copyPixels(model, shaped_->picture, rect);
     }
-    store_.resize(QSize(shown_.width(), shown_.height()));
-    store_.beginPaint(region);
-    QPainter painter(store_.paintDevice());
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    for (const PixelRect &rect : rects) {
-        if (shape_) {
-            const Image opaque = opaqueCopy(shown_, rect);
-            painter.drawImage(QPoint(rect.x, rect.y), viewOf(opaque));
+    for (int y = rect.y; y < rect.y + rect.height; ++y) {
+        const std::uint32_t *from = model.row(y) + rect.x;
+        std::uint32_t *to = pixels_.row(y) + rect.x;
+        if (shaped_) {
+            std::transform(from, from + rect.width, to, &opaqueColor);
         } else {
-            painter.drawImage(QPoint(rect.x, rect.y), viewOf(shown_), qRect(rect));
+            std::copy_n(from, rect.width, to);
         }
     }
-    painter.end();
-    store_.endPaint();
-    send(region);
 }
 
 void Presenter::expose(const QRegion &region)
 {
-    if (store_.size() == QSize(shown_.width(), shown_.height())) {
-        send(region & qRect(bounds()));
+    std::vector<PixelRect> rects;
+    for (const QRect &lost : region) {
+        const PixelRect rect{lost.x(), lost.y(), lost.width(), lost.height()};
+        rects.push_back(rect.intersection(bounds()));
     }
+    put(rects);
 }
 
-void Presenter::send(const QRegion &region)
+void Presenter::put(const std::vector<PixelRect> &rects)
 {
+    // A hidden window forgets its pixels; all of them are asked for when it is shown.
     if (!window_.isVisible()) {
         return;
     }
-    for (const QRect &rect : region) {
+    for (const PixelRect &rect : rects) {
+        pixels_.put(rect);
         pixelsSent_ +=
-            static_cast<std::uint64_t>(rect.width()) * static_cast<std::uint64_t>(rect.height());
+            static_cast<std::uint64_t>(rect.width) * static_cast<std::uint64_t>(rect.height);
     }
-    store_.flush(region, &window_);
+    x_.flush();
 }
 
 } // namespace orv::platform

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "platform/desktop/InkShape.h"
+#include "platform/desktop/WindowPixels.h"
 #include "platform/desktop/XConnection.h"
 #include "platform/raster/PixelRect.h"
 #include "platform/values/Image.h"
 
-#include <QBackingStore>
 #include <QRegion>
 
 #include <cstdint>
@@ -31,9 +31,9 @@ public:
     /// Shaped or blended from now on; what was presented is put again in the new way. `alpha`, 0 to
     /// 1, is the whole window's; a compositor applies it by itself.
     void setShaped(bool shaped, double alpha);
-    /// Shows `model`, of which at most `within` has changed since the last call. Another size than
-    /// then makes all of it new.
-    void present(const Image &model, const PixelRect &within);
+    /// Shows `model`, of which at most `within` has changed since the last call, and does not wait
+    /// for the X server. Another size than then makes all of it new, which does wait.
+    void present(const Image &model, const std::vector<PixelRect> &within);
     /// The X server has lost these pixels.
     void expose(const QRegion &region);
 
@@ -41,17 +41,24 @@ public:
     [[nodiscard]] std::uint64_t pixelsSent() const { return pixelsSent_; }
 
 private:
-    [[nodiscard]] PixelRect bounds() const { return {0, 0, shown_.width(), shown_.height()}; }
+    struct Shaped {
+        InkShape shape;
+        int visibleFrom;
+        /// What was presented last, with its transparency.
+        Image picture;
+    };
+
+    [[nodiscard]] PixelRect bounds() const { return {0, 0, pixels_.width(), pixels_.height()}; }
+    [[nodiscard]] Image presented() const;
+    [[nodiscard]] bool fit(const Image &model);
+    void keep(const Image &model, const PixelRect &rect);
     void put(const std::vector<PixelRect> &rects);
-    void send(const QRegion &region);
 
     QWindow &window_;
     const XConnection &x_;
-    QBackingStore store_;
-    Image shown_{1, 1};
+    WindowPixels pixels_;
     /// Empty while windows are blended.
-    std::optional<InkShape> shape_;
-    int visibleFrom_ = 1;
+    std::optional<Shaped> shaped_;
     std::uint64_t pixelsSent_ = 0;
 };
 

@@ -87,4 +87,17 @@ const std::uint32_t *SharedPixels::read(xcb_drawable_t drawable, const QRect &ar
     return isRgb32 ? static_cast<const std::uint32_t *>(memory_) : nullptr;
 }
 
+void SharedPixels::put(xcb_drawable_t drawable, xcb_gcontext_t context, std::uint8_t depth,
+                       int width, const PixelRect &rect) const
+{
+    // For the server the picture begins with the first of these rows and ends with the last.
+    const auto offset = static_cast<std::size_t>(rect.y) * static_cast<std::size_t>(width);
+    xcb_shm_put_image(x_.get(), drawable, context, static_cast<std::uint16_t>(width),
+                      static_cast<std::uint16_t>(rect.height), static_cast<std::uint16_t>(rect.x),
+                      0, static_cast<std::uint16_t>(rect.width),
+                      static_cast<std::uint16_t>(rect.height), static_cast<std::int16_t>(rect.x),
+                      static_cast<std::int16_t>(rect.y), depth, XCB_IMAGE_FORMAT_Z_PIXMAP, 0,
+                      segment_, static_cast<std::uint32_t>(offset * sizeof(std::uint32_t)));
+}
+
 } // namespace orv::platform

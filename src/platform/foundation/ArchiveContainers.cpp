@@ -57,8 +57,8 @@ void ArchiveArray::addDictionary(const std::function<void(ArchiveDictionary &)> 
 
 void ArchiveDictionary::set(std::string_view key, std::uint32_t uid)
 {
-    const std::uint32_t keyUid = archiver_.leafUid(archiver_.writer_.addString(key));
-    archiver_.pending_.push_back({archiver_.uidRef(keyUid), archiver_.uidRef(uid)});
+    const std::uint32_t keyRef = archiver_.keyRef(key);
+    archiver_.pending_.push_back({keyRef, archiver_.uidRef(uid)});
 }
 
 void ArchiveDictionary::setInt(std::string_view key, std::int64_t value)

@@ -4,9 +4,9 @@
 #include "platform/foundation/TextConversion.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <limits>
+#include <string_view>
 #include <utility>
 
 namespace orv::platform {
@@ -16,6 +16,7 @@ namespace {
 constexpr std::string_view kMagic = "bplist00";
 constexpr std::size_t kRefWidth = sizeof(BinaryPropertyListWriter::Ref);
 constexpr std::size_t kTrailerPadding = 6;
+constexpr std::size_t kTrailerBytes = 32;
 constexpr std::size_t kLargestShortCount = 14;
 
 constexpr std::uint8_t kFalse = 0x08;
@@ -42,6 +43,13 @@ unsigned widthExponent(std::uint64_t value)
     return value <= std::numeric_limits<std::uint32_t>::max() ? 2 : 3;
 }
 
+void writeBigEndian(std::uint8_t *place, std::uint64_t value, std::size_t width)
+{
+    for (std::size_t i = 0; i < width; ++i) {
+        place[i] = static_cast<std::uint8_t>(value >> (8U * (width - 1 - i)));
+    }
+}
+
 bool isAscii(std::string_view text)
 {
     return std::all_of(text.begin(), text.end(),
@@ -65,13 +73,16 @@ BinaryPropertyListWriter::Ref BinaryPropertyListWriter::begin()
 BinaryPropertyListWriter::Ref BinaryPropertyListWriter::addUnique()
 {
     const std::size_t first = offsets_.back();
-    std::string encoded(bytes_.begin() + static_cast<std::ptrdiff_t>(first), bytes_.end());
-    const auto last = static_cast<Ref>(offsets_.size() - 1);
-    const auto [found, isNew] = unique_.try_emplace(std::move(encoded), last);
-    if (!isNew) {
-        offsets_.pop_back();
-        bytes_.resize(first);
+    const std::string_view encoded(reinterpret_cast<const char *>(bytes_.data()) + first,
+                                   bytes_.size() - first);
+    const auto found = unique_.find(encoded);
+    if (found == unique_.end()) {
+        const auto last = static_cast<Ref>(offsets_.size() - 1);
+        unique_.emplace(encoded, last);
+        return last;
     }
+    offsets_.pop_back();
+    bytes_.resize(first);
     return found->second;
 }
 
@@ -80,13 +91,16 @@ void BinaryPropertyListWriter::putByte(std::uint8_t byte)
     bytes_.push_back(byte);
 }
 
+std::uint8_t *BinaryPropertyListWriter::room(std::size_t count)
+{
+    const std::size_t used = bytes_.size();
+    bytes_.resize(used + count);
+    return bytes_.data() + used;
+}
+
 void BinaryPropertyListWriter::putBigEndian(std::uint64_t value, std::size_t width)
 {
-    std::array<std::uint8_t, sizeof value> digits{};
-    for (std::size_t i = 0; i < width; ++i) {
-        digits[i] = static_cast<std::uint8_t>(value >> (8U * (width - 1 - i)));
-    }
-    bytes_.insert(bytes_.end(), digits.begin(), digits.begin() + width);
+    writeBigEndian(room(width), value, width);
 }
 
 void BinaryPropertyListWriter::putCount(std::uint8_t kind, std::size_t count)
@@ -103,8 +117,10 @@ void BinaryPropertyListWriter::putCount(std::uint8_t kind, std::size_t count)
 
 void BinaryPropertyListWriter::putRefs(std::span<const Ref> refs)
 {
+    std::uint8_t *place = room(refs.size() * kRefWidth);
     for (const Ref ref : refs) {
-        putBigEndian(ref, kRefWidth);
+        writeBigEndian(place, ref, kRefWidth);
+        place += kRefWidth;
     }
 }
 
@@ -202,8 +218,11 @@ Data BinaryPropertyListWriter::finish(Ref top)
 {
     const std::uint64_t table = bytes_.size();
     const std::size_t offsetWidth = std::size_t{1} << widthExponent(table);
+    bytes_.reserve(bytes_.size() + offsets_.size() * offsetWidth + kTrailerBytes);
+    std::uint8_t *place = room(offsets_.size() * offsetWidth);
     for (const std::uint64_t offset : offsets_) {
-        putBigEndian(offset, offsetWidth);
+        writeBigEndian(place, offset, offsetWidth);
+        place += offsetWidth;
     }
     bytes_.insert(bytes_.end(), kTrailerPadding, 0);
     putByte(static_cast<std::uint8_t>(offsetWidth));

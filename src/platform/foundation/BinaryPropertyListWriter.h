@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -44,8 +45,19 @@ public:
     [[nodiscard]] Data finish(Ref top);
 
 private:
+    /// Looks up encoded bytes without a copy of them.
+    struct BytesHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view bytes) const
+        {
+            return std::hash<std::string_view>{}(bytes);
+        }
+    };
+
     Ref begin();
     Ref addUnique();
+    /// So many more bytes at the end.
+    std::uint8_t *room(std::size_t count);
     void putByte(std::uint8_t byte);
     void putBigEndian(std::uint64_t value, std::size_t width);
     void putCount(std::uint8_t kind, std::size_t count);
@@ -55,7 +67,7 @@ private:
     /// By reference: where the value begins.
     std::vector<std::uint64_t> offsets_;
     /// By encoded bytes: the values of which equal ones are not written again.
-    std::unordered_map<std::string, Ref> unique_;
+    std::unordered_map<std::string, Ref, BytesHash, std::equal_to<>> unique_;
 };
 
 } // namespace orv::platform

@@ -15,7 +15,6 @@ namespace orv::platform {
 namespace {
 
 constexpr std::uint32_t kNullUid = 0;
-constexpr std::uint32_t kUnwritten = std::numeric_limits<std::uint32_t>::max();
 constexpr std::int64_t kArchiveVersion = 100000;
 constexpr std::string_view kRootClass = "NSObject";
 
@@ -187,6 +186,16 @@ KeyedArchiver::Uid KeyedArchiver::stringUid(const std::optional<std::string> &va
     return value ? leafUid(writer_.addString(*value)) : kNullUid;
 }
 
+// The dictionaries of a list ask for the same few keys over and over.
+KeyedArchiver::Ref KeyedArchiver::keyRef(std::string_view key)
+{
+    RecentKey &recent = recentKeys_[key.size() % recentKeys_.size()];
+    if (recent.key != key || key.empty()) {
+        recent = {std::string(key), uidRef(leafUid(writer_.addString(key)))};
+    }
+    return recent.ref;
+}
+
 KeyedArchiver::Uid KeyedArchiver::dataUid(std::span<const std::uint8_t> bytes)
 {
     const Uid uid = newUid();
@@ -208,6 +217,7 @@ KeyedArchiver::Uid KeyedArchiver::objectUid(const std::shared_ptr<const Archivab
     const Scope scope(*this, false);
     object->encodeWithCoder(*this);
     putClass(object->archiveClassNames());
+    requireDistinctKeys(scope.first());
     objects_[uid] = pendingDictionary(scope.first());
     return uid;
 }
@@ -218,7 +228,7 @@ KeyedArchiver::Uid KeyedArchiver::arrayUid(const ArchiveArray::Fill &fill)
     const Scope scope(*this, true);
     ArchiveArray array(*this, depth_);
     fill(array);
-    const Ref values = pendingList(scope.first(), &Pending::value);
+    const Ref values = pendingValues(scope.first());
     pending_.push_back({objectsKey_, values});
     putClass(arrayClass());
     objects_[uid] = pendingDictionary(pending_.size() - 2);
@@ -231,12 +241,14 @@ KeyedArchiver::Uid KeyedArchiver::dictionaryUid(const ArchiveDictionary::Fill &f
     const Scope scope(*this, true);
     ArchiveDictionary dictionary(*this, depth_);
     fill(dictionary);
-    requireDistinctKeys(scope.first());
-    const Ref keys = pendingList(scope.first(), &Pending::key);
-    const Ref values = pendingList(scope.first(), &Pending::value);
+    const Ref keys = pendingKeys(scope.first());
+    const Ref values = pendingValues(scope.first());
     pending_.push_back({keysKey_, keys});
     pending_.push_back({objectsKey_, values});
-    putClass(dictionaryClass());
+    if (dictionaryClassRef_ == kUnwritten) {
+        dictionaryClassRef_ = uidRef(classUid(dictionaryClass()));
+    }
+    pending_.push_back({classKey_, dictionaryClassRef_});
     objects_[uid] = pendingDictionary(pending_.size() - 3);
     return uid;
 }
@@ -269,18 +281,33 @@ KeyedArchiver::Uid KeyedArchiver::classUid(const std::vector<std::string> &names
 }
 
 // The dictionaries of a list mostly have the same keys, so lists of keys are shared.
-KeyedArchiver::Ref KeyedArchiver::pendingList(std::size_t first, Ref Pending::*part)
+KeyedArchiver::Ref KeyedArchiver::pendingKeys(std::size_t first)
+{
+    const auto isKey = [](const Pending &pending, Ref key) { return pending.key == key; };
+    if (!std::equal(pending_.begin() + static_cast<std::ptrdiff_t>(first), pending_.end(),
+                    lastKeys_.begin(), lastKeys_.end(), isKey) ||
+        lastKeys_.empty()) {
+        requireDistinctKeys(first);
+        lastKeys_.clear();
+        for (std::size_t i = first; i < pending_.size(); ++i) {
+            lastKeys_.push_back(pending_[i].key);
+        }
+        lastKeysRef_ = writer_.addSharedArray(lastKeys_);
+    }
+    return lastKeysRef_;
+}
+
+KeyedArchiver::Ref KeyedArchiver::pendingValues(std::size_t first)
 {
     scratch_.clear();
     for (std::size_t i = first; i < pending_.size(); ++i) {
-        scratch_.push_back(pending_[i].*part);
+        scratch_.push_back(pending_[i].value);
     }
-    return part == &Pending::key ? writer_.addSharedArray(scratch_) : writer_.addArray(scratch_);
+    return writer_.addArray(scratch_);
 }
 
 KeyedArchiver::Ref KeyedArchiver::pendingDictionary(std::size_t first)
 {
-    requireDistinctKeys(first);
     scratch_.clear();
     scratchValues_.clear();
     for (std::size_t i = first; i < pending_.size(); ++i) {
@@ -321,6 +348,7 @@ Data KeyedArchiver::finishEncoding()
     if (std::find(objects_.begin(), objects_.end(), kUnwritten) != objects_.end()) {
         throw Exception("An archive can't be finished after a value in it could not be encoded.");
     }
+    requireDistinctKeys(0);
     const Ref top = pendingDictionary(0);
     isFinished_ = true;
     const std::array<Ref, 4> keys{writer_.addString("$version"), writer_.addString("$archiver"),

@@ -4,8 +4,10 @@
 #include "platform/foundation/BinaryPropertyListWriter.h"
 #include "platform/foundation/UserInfo.h"
 
+#include <array>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <span>
@@ -115,6 +117,7 @@ private:
     friend class ArchiveDictionary;
     using Ref = BinaryPropertyListWriter::Ref;
     using Uid = std::uint32_t;
+    static constexpr Ref kUnwritten = std::numeric_limits<Ref>::max();
 
     class Scope;
 
@@ -122,6 +125,11 @@ private:
     struct Pending {
         Ref key;
         Ref value;
+    };
+    /// A key of a dictionary and the reference to its UID.
+    struct RecentKey {
+        std::string key;
+        Ref ref = 0;
     };
     struct ClassNamesHash {
         std::size_t operator()(const std::vector<std::string> &names) const;
@@ -140,7 +148,9 @@ private:
     Uid arrayUid(const ArchiveArray::Fill &fill);
     Uid dictionaryUid(const ArchiveDictionary::Fill &fill);
     Uid classUid(const std::vector<std::string> &names);
-    Ref pendingList(std::size_t first, Ref Pending::*part);
+    Ref keyRef(std::string_view key);
+    Ref pendingKeys(std::size_t first);
+    Ref pendingValues(std::size_t first);
     Ref pendingDictionary(std::size_t first);
     void requireDistinctKeys(std::size_t first);
     [[nodiscard]] std::string keyName(Ref key) const;
@@ -161,6 +171,11 @@ private:
     std::unordered_map<const Archivable *, Uid> objectUids_;
     std::vector<std::shared_ptr<const Archivable>> kept_;
     std::unordered_map<std::vector<std::string>, Uid, ClassNamesHash> classUids_;
+    /// By the length of the key.
+    std::array<RecentKey, 16> recentKeys_;
+    std::vector<Ref> lastKeys_;
+    Ref lastKeysRef_ = 0;
+    Ref dictionaryClassRef_ = kUnwritten;
     std::vector<Ref> scratch_;
     std::vector<Ref> scratchValues_;
     bool isFinished_ = false;

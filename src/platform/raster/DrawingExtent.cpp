@@ -18,6 +18,9 @@ constexpr double kSmoothing = 2.0;
 constexpr double kFar = 1 << 20;
 /// Short enough for a box to lie close round a bent line, long enough to keep boxes few.
 constexpr int kSegmentsOfABox = 16;
+/// The same of one straight line, in device pixels.
+constexpr double kLengthOfABox = 96.0;
+constexpr double kMostBoxesOfALine = 15.0;
 
 /// A box that grows by points.
 class PointBox {
@@ -72,8 +75,7 @@ public:
     {
         if (element.type == PathElementType::closeSubpath) {
             // The way back is one straight piece of its own.
-            finish();
-            box_.add(last_);
+            addWayTo(start_);
             box_.add(start_);
             finish();
             last_ = start_;
@@ -83,6 +85,8 @@ public:
         if (element.type == PathElementType::moveToPoint) {
             finish();
             start_ = mapped(element.points[0]);
+        } else if (element.type == PathElementType::addLineToPoint) {
+            addWayTo(mapped(element.points[0]));
         } else {
             box_.add(last_);
         }
@@ -107,6 +111,25 @@ public:
 
 private:
     [[nodiscard]] Point mapped(Point p) const { return state_.toDevice.apply(p); }
+    /// All of a straight line but its end; a long one in several boxes, or most of the one would be
+    /// far from it.
+    void addWayTo(Point end)
+    {
+        const Point way = end - last_;
+        const double boxes = std::floor(std::hypot(way.x, way.y) / kLengthOfABox);
+        box_.add(last_);
+        if (!(boxes >= 1.0)) {
+            return;
+        }
+        const int count = static_cast<int>(std::min(boxes, kMostBoxesOfALine));
+        for (int i = 1; i <= count; ++i) {
+            const double part = static_cast<double>(i) / (count + 1);
+            const Point stop{last_.x + way.x * part, last_.y + way.y * part};
+            box_.add(stop);
+            finish();
+            box_.add(stop);
+        }
+    }
     void finish()
     {
         const PixelRect box = box_.pixels(reach_).intersection(state_.visible);

@@ -1,5 +1,6 @@
 #include "platform/raster/InkLayer.h"
 
+#include "platform/raster/BandPainter.h"
 #include "platform/raster/DrawingExtent.h"
 #include "platform/raster/DrawingRecorder.h"
 #include "platform/raster/RasterContext.h"
@@ -16,6 +17,8 @@ constexpr int kTileSide = 64;
 constexpr std::size_t kTileBytes = std::size_t{kTileSide} * kTileSide * sizeof(std::uint32_t);
 /// So many undo steps in a row need no repaint after the list was painted as a whole.
 constexpr std::size_t kRememberedThings = 64;
+/// Many enough to keep all processors at work, few enough for their records to need little memory.
+constexpr std::size_t kThingsOfALot = 1024;
 
 } // namespace
 
@@ -78,10 +81,13 @@ void InkLayer::paintAll(const DrawnList &list)
     savedBytes_ = 0;
     count_ = list.size() > kRememberedThings ? list.size() - kRememberedThings : 0;
     stampBelowThings_ = list.stamp(count_);
-    RasterContext context(picture_, grid_);
-    replay(prelude_, 0, prelude_.calls.size(), context);
+    std::vector<DrawingRecord> lot;
     for (std::size_t index = 0; index < count_; ++index) {
-        list.draw(index, context);
+        lot.push_back(recordOf(list, index));
+        if (lot.size() == kThingsOfALot || index + 1 == count_) {
+            paintThings(picture_, grid_, prelude_, lot);
+            lot.clear();
+        }
     }
 }
 

@@ -3,6 +3,7 @@
 #include "platform/foundation/AtomicFile.h"
 #include "platform/raster/IconContainer.h"
 #include "platform/raster/ImageConversion.h"
+#include "platform/raster/JpegCoding.h"
 
 #include <QBuffer>
 #include <QByteArray>
@@ -51,33 +52,35 @@ QImage overWhite(const Image &image)
     return picture;
 }
 
-/// The number that the toolkit takes; what is no number counts as 0.
+/// The number that the coder takes; what is no number counts as 0.
 int percent(float quality)
 {
     return quality > 0.0F ? static_cast<int>(std::lround(std::min(quality, 1.0F) * 100.0F)) : 0;
 }
 
-/// Empty when it can't be encoded.
-QByteArray encoded(const Image &image, PictureKind kind, float quality)
+/// Empty when the toolkit can't encode it.
+Data encoded(const QImage &picture, const char *format)
 {
     QByteArray bytes;
     QBuffer buffer(&bytes);
-    bool done = false;
-    if (!buffer.open(QIODevice::WriteOnly)) {
+    if (!buffer.open(QIODevice::WriteOnly) || !picture.save(&buffer, format)) {
         return {};
     }
+    return {bytes.begin(), bytes.end()};
+}
+
+/// Empty when it can't be encoded.
+Data encoded(const Image &image, PictureKind kind, float quality)
+{
     switch (kind) {
     case PictureKind::jpeg:
-        done = overWhite(image).save(&buffer, "JPEG", percent(quality));
-        break;
+        return jpegOf(image, percent(quality));
     case PictureKind::bmp:
-        done = overWhite(image).save(&buffer, "BMP");
-        break;
+        return encoded(overWhite(image), "BMP");
     case PictureKind::png:
-        done = viewOf(image).save(&buffer, "PNG");
-        break;
+        return pngOf(image);
     }
-    return done ? bytes : QByteArray();
+    return {};
 }
 
 } // namespace
@@ -93,12 +96,7 @@ ImagePtr readPicture(const std::string &path)
 
 Data pngOf(const Image &image)
 {
-    QByteArray bytes;
-    QBuffer buffer(&bytes);
-    if (!buffer.open(QIODevice::WriteOnly) || !viewOf(image).save(&buffer, "PNG")) {
-        return {};
-    }
-    return {bytes.begin(), bytes.end()};
+    return encoded(viewOf(image), "PNG");
 }
 
 bool writePicture(const std::string &path, const Image &image, PictureKind kind, float quality)
@@ -107,10 +105,11 @@ bool writePicture(const std::string &path, const Image &image, PictureKind kind,
     if (!isPath || image.width() <= 0 || image.height() <= 0) {
         return false;
     }
-    const QByteArray bytes = encoded(image, kind, quality);
+    const Data bytes = encoded(image, kind, quality);
+    const auto size = static_cast<qint64>(bytes.size());
     QFile file(QString::fromStdString(path));
-    return !bytes.isEmpty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
-           file.write(bytes) == bytes.size() && file.flush();
+    return !bytes.empty() && file.open(QIODevice::WriteOnly | QIODevice::Truncate) &&
+           file.write(reinterpret_cast<const char *>(bytes.data()), size) == size && file.flush();
 }
 
 bool writePng(const std::string &path, const Image &image)

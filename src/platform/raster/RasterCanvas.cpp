@@ -107,7 +107,7 @@ RasterCanvas::RasterCanvas(const PixelBuffer &target, const PixelGrid &grid,
     } else {
         base->image = QImage(1, 1, QImage::Format_ARGB32_Premultiplied);
     }
-    startPainting(std::move(base));
+    layers_.push_back(std::move(base));
 }
 
 RasterCanvas::~RasterCanvas()
@@ -118,28 +118,15 @@ RasterCanvas::~RasterCanvas()
     unwind();
 }
 
-void RasterCanvas::startPainting(std::unique_ptr<Layer> started)
-{
-    layers_.push_back(std::move(started));
-    QPainter &painter = layer().painter;
-    painter.begin(&layer().image);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setRenderHint(QPainter::TextAntialiasing);
-    const PixelRect &area = layer().area;
-    painter.setClipRect(toolkitRect(state().clip).translated(-area.x, -area.y));
-}
-
 void RasterCanvas::save()
 {
     states_.push_back(states_.back());
-    layer().painter.save();
 }
 
 void RasterCanvas::restore()
 {
     if (states_.size() > layer().depth + 1) {
         states_.pop_back();
-        layer().painter.restore();
     }
 }
 
@@ -153,27 +140,45 @@ void RasterCanvas::unwind()
 void RasterCanvas::clip(const Rect &rect)
 {
     RasterState &now = state();
-    const PixelRect area = layer().area;
-    QPainter &painter = layer().painter;
-    painter.resetTransform();
     if (rect.isEmpty() || !isFinite(rect)) {
         now.clip = {};
-        painter.setClipRect(QRect(), Qt::ReplaceClip);
     } else if (isUpright(now.transform)) {
         now.clip = now.clip.intersection(nearestPixels(mapped(rect, now.transform)));
-        painter.setClipRect(toolkitRect(now.clip).translated(-area.x, -area.y), Qt::IntersectClip);
     } else {
         now.clip = now.clip.intersection(touchedPixels(mapped(rect, now.transform)));
-        now.clipIsRect = false;
         QPainterPath path;
         path.addRect({rect.minX(), rect.minY(), rect.size.width, rect.size.height});
-        painter.setClipPath(painterTransform(shifted(now.transform, area)).map(path),
-                            Qt::IntersectClip);
+        now.turnedClips.push_back(
+            std::make_shared<const QPainterPath>(painterTransform(now.transform).map(path)));
     }
+}
+
+void RasterCanvas::fitClip()
+{
+    Layer &target = layer();
+    const RasterState &now = state();
+    if (target.painter.isActive() && target.paintersClip == now.clip &&
+        target.paintersTurnedClips == now.turnedClips) {
+        return;
+    }
+    QPainter &painter = target.painter;
+    if (!painter.isActive()) {
+        painter.begin(&target.image);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setRenderHint(QPainter::TextAntialiasing);
+    }
+    painter.resetTransform();
+    painter.setClipRect(toolkitRect(now.clip).translated(-target.area.x, -target.area.y));
+    for (const auto &turned : now.turnedClips) {
+        painter.setClipPath(turned->translated(-target.area.x, -target.area.y), Qt::IntersectClip);
+    }
+    target.paintersClip = now.clip;
+    target.paintersTurnedClips = now.turnedClips;
 }
 
 QPainter &RasterCanvas::painter(QPainter::CompositionMode mode, const AffineTransform &toDevice)
 {
+    fitClip();
     QPainter &painter = layer().painter;
     painter.setTransform(painterTransform(shifted(toDevice, layer().area)));
     painter.setCompositionMode(mode);
@@ -200,14 +205,41 @@ std::optional<PixelRect> RasterCanvas::wholePixels(const Rect &rect)
     return std::nullopt;
 }
 
-void RasterCanvas::putBehind(const PixelRect &rect, std::uint32_t color)
+std::uint32_t *RasterCanvas::pixels(int x, int y)
 {
     const PixelRect &area = layer().area;
-    const PixelRect pixels = rect.intersection(state().clip).intersection(area);
-    for (int y = pixels.y; y < pixels.y + pixels.height; ++y) {
-        auto *row = reinterpret_cast<std::uint32_t *>(layer().image.scanLine(y - area.y));
-        fillBehind(row + (pixels.x - area.x), static_cast<std::size_t>(pixels.width), color);
+    return reinterpret_cast<std::uint32_t *>(layer().image.scanLine(y - area.y)) + (x - area.x);
+}
+
+void RasterCanvas::putBehind(const PixelRect &rect, std::uint32_t color)
+{
+    const PixelRect part = rect.intersection(state().clip).intersection(layer().area);
+    for (int y = part.y; y < part.y + part.height; ++y) {
+        fillBehind(pixels(part.x, y), static_cast<std::size_t>(part.width), color);
     }
+}
+
+StrokeMask &RasterCanvas::mask()
+{
+    const PixelRect visible = state().clip.intersection(layer().area);
+    if (!mask_ || !(mask_->area() == visible)) {
+        mask_.emplace(visible);
+    }
+    return *mask_;
+}
+
+void RasterCanvas::paintMask(std::uint32_t color)
+{
+    mask_->takeRows([&](const StrokeMask::Row &row) {
+        paintCovered(pixels(row.x, row.y), row.coverage, row.count, color);
+    });
+}
+
+void RasterCanvas::clearMask()
+{
+    mask_->takeRows([&](const StrokeMask::Row &row) {
+        clearCovered(pixels(row.x, row.y), row.coverage, row.count);
+    });
 }
 
 void RasterCanvas::drawPicture(const Image &picture, const AffineTransform &toDevice,
@@ -272,9 +304,9 @@ void RasterCanvas::beginLayer(std::uint32_t alpha)
     started->image.fill(Qt::transparent);
 
     states_.push_back(states_.back());
-    state().clipIsRect = true;
+    state().turnedClips.clear();
     state().blendMode = BlendMode::normal;
-    startPainting(std::move(started));
+    layers_.push_back(std::move(started));
 }
 
 void RasterCanvas::endLayer()
@@ -286,7 +318,9 @@ void RasterCanvas::endLayer()
     states_.pop_back();
     const std::unique_ptr<Layer> ended = std::move(layers_.back());
     layers_.pop_back();
-    ended->painter.end();
+    if (ended->painter.isActive()) {
+        ended->painter.end();
+    }
     fadeRows(ended->image, ended->alpha);
     painter(QPainter::CompositionMode_SourceOver, AffineTransform{})
         .drawImage(QPoint(ended->area.x, ended->area.y), ended->image);

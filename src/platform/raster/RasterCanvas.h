@@ -3,6 +3,7 @@
 #include "platform/raster/PainterPaths.h"
 #include "platform/raster/PixelRect.h"
 #include "platform/raster/RasterContext.h"
+#include "platform/raster/StrokeMask.h"
 
 #include <QImage>
 #include <QPainter>
@@ -22,7 +23,8 @@ struct RasterState {
     AffineTransform transform;
     /// Device pixels that may be painted; the box of the clip where that is turned.
     PixelRect clip;
-    bool clipIsRect = true;
+    /// The turned clips, in device pixels, of which all hold beside that.
+    std::vector<std::shared_ptr<const QPainterPath>> turnedClips;
     BlendMode blendMode = BlendMode::normal;
     StrokeStyle stroke;
     Color strokeColor = Color::black();
@@ -61,6 +63,13 @@ public:
                      const QPainterPath &outline, QPainter::CompositionMode mode,
                      std::uint32_t alpha);
 
+    /// A mask of all that may be painted, with nothing covered.
+    StrokeMask &mask();
+    /// Paints a premultiplied colour where the mask is covered, or clears there, and uncovers it.
+    /// For a clip that is a rectangle.
+    void paintMask(std::uint32_t color);
+    void clearMask();
+
     void beginLayer(std::uint32_t alpha);
     /// Does nothing when no layer was begun.
     void endLayer();
@@ -73,18 +82,27 @@ private:
         std::uint32_t alpha = 255;
         /// How many states there were below it.
         std::size_t depth = 0;
+        /// Begun by the first thing that is painted with it: strokes need none.
         QPainter painter;
+        /// The clip that the painter has.
+        PixelRect paintersClip;
+        std::vector<std::shared_ptr<const QPainterPath>> paintersTurnedClips;
     };
 
     Layer &layer() { return *layers_.back(); }
     /// Back to the state in which the present layer began.
     void unwind();
-    void startPainting(std::unique_ptr<Layer> started);
+    /// Gives the present layer's painter the present clip.
+    void fitClip();
     void drawSampled(const Image &picture, const AffineTransform &toDevice,
                      const QPainterPath &outline, QPainter::CompositionMode mode,
                      std::uint32_t alpha);
 
+    std::uint32_t *pixels(int x, int y);
+
     std::vector<std::unique_ptr<Layer>> layers_;
+    /// Made for the first stroke, and anew where the clip has changed.
+    std::optional<StrokeMask> mask_;
     std::vector<RasterState> states_;
 };
 

@@ -6,6 +6,7 @@
 #include "platform/raster/PainterPaths.h"
 #include "platform/raster/PixelMath.h"
 #include "platform/raster/RasterCanvas.h"
+#include "platform/raster/StrokeTracer.h"
 #include "platform/raster/TextLayout.h"
 
 #include <QBrush>
@@ -233,6 +234,13 @@ void RasterContext::strokePath(const Path &path)
     if (!(state.stroke.width > 0.0) || !std::isfinite(state.stroke.width) || !(narrow > 0.0)) {
         return;
     }
+    const bool clears = state.blendMode == BlendMode::clear;
+    if ((clears || state.blendMode == BlendMode::normal) && state.turnedClips.empty() &&
+        isTraceable(state.stroke, state.transform)) {
+        traceStroke(path, state.stroke, state.transform, canvas_->mask());
+        clears ? canvas_->clearMask() : canvas_->paintMask(pixelOf(state.strokeColor));
+        return;
+    }
     const double reach = kSmoothingReach / narrow;
     const Rect visible = canvas_->visiblePoints().insetBy(-reach, -reach);
     const QPainterPath line = visibleLine(path, state.stroke, visible);
@@ -257,7 +265,7 @@ void RasterContext::fillRect(const Rect &rect, CompositingOperation operation)
     }
     const RasterState &state = canvas_->state();
     const std::optional<PixelRect> pixels = canvas_->wholePixels(rect);
-    if (pixels && operation == CompositingOperation::destinationOver && state.clipIsRect) {
+    if (pixels && operation == CompositingOperation::destinationOver && state.turnedClips.empty()) {
         canvas_->putBehind(*pixels, pixelOf(state.fillColor));
         return;
     }

@@ -1,6 +1,7 @@
 #include "platform/values/Path.h"
 
 #include <array>
+#include <cmath>
 
 namespace orv::platform {
 
@@ -10,6 +11,31 @@ namespace {
 constexpr double kCircleArm = 0.5522847498307936;
 
 } // namespace
+
+void Path::Piece::include(Point p)
+{
+    low = {std::min(low.x, p.x), std::min(low.y, p.y)};
+    high = {std::max(high.x, p.x), std::max(high.y, p.y)};
+    canBeSkipped = canBeSkipped && std::isfinite(p.x) && std::isfinite(p.y);
+}
+
+void Path::addToPieces(Store &store, PathElementType type, const Point *points)
+{
+    if (store.types.size() % elementsOfAPiece == 0) {
+        const bool hasStart = !store.points.empty();
+        const Point start = hasStart ? store.points.back() : points[0];
+        store.pieces.push_back({store.points.size(), start, start, hasStart});
+        store.pieces.back().include(start);
+    }
+    Piece &piece = store.pieces.back();
+    const int count = platform::pointCount(type);
+    for (int i = 0; i < count; ++i) {
+        piece.include(points[i]);
+    }
+    const bool goesOn =
+        type != PathElementType::moveToPoint && type != PathElementType::closeSubpath;
+    piece.canBeSkipped = piece.canBeSkipped && goesOn;
+}
 
 void Path::append(PathElementType type, const Point *points)
 {
@@ -23,8 +49,12 @@ void Path::append(PathElementType type, const Point *points)
                           store_->types.begin() + static_cast<std::ptrdiff_t>(elementCount_));
         own->points.assign(store_->points.begin(),
                            store_->points.begin() + static_cast<std::ptrdiff_t>(pointCount_));
+        const auto pieces = (elementCount_ + elementsOfAPiece - 1) / elementsOfAPiece;
+        own->pieces.assign(store_->pieces.begin(),
+                           store_->pieces.begin() + static_cast<std::ptrdiff_t>(pieces));
         store_ = std::move(own);
     }
+    addToPieces(*store_, type, points);
     const auto count = static_cast<std::size_t>(platform::pointCount(type));
     store_->types.push_back(type);
     store_->points.insert(store_->points.end(), points, points + count);

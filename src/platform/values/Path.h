@@ -2,6 +2,7 @@
 
 #include "platform/values/Geometry.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -75,12 +76,28 @@ public:
     template <class Visitor>
     void forEachFrom(std::size_t firstElement, std::size_t firstPoint, Visitor &&visit) const
     {
-        const Point *next = store_ ? store_->points.data() + firstPoint : nullptr;
-        for (std::size_t i = firstElement; i < elementCount_; ++i) {
-            const PathElementType type = store_->types[i];
-            const int count = pointCount(type);
-            visit(Element{type, count == 0 ? nullptr : next});
-            next += count;
+        if (store_) {
+            visitElements(firstElement, elementCount_, firstPoint, visit);
+        }
+    }
+
+    /// Calls `visit(Element)` for each element in order, but may pass over some that stay out of
+    /// `area` with all their points: for those it calls `skipped(Point)` with where they end. What
+    /// is passed over are lines and curves, never moves or closes.
+    template <class Visitor, class Skipped>
+    void forEachNear(const Rect &area, Visitor &&visit, Skipped &&skipped) const
+    {
+        for (std::size_t first = 0; first < elementCount_; first += elementsOfAPiece) {
+            const Piece &piece = store_->pieces[first / elementsOfAPiece];
+            const std::size_t end = std::min(elementCount_, first + elementsOfAPiece);
+            if (piece.canBeSkipped && !piece.meets(area)) {
+                const std::size_t next = end / elementsOfAPiece;
+                const bool isLast = end == elementCount_;
+                skipped(
+                    store_->points[(isLast ? pointCount_ : store_->pieces[next].firstPoint) - 1]);
+            } else {
+                visitElements(first, end, piece.firstPoint, visit);
+            }
         }
     }
 
@@ -91,10 +108,43 @@ public:
     friend bool operator==(const Path &a, const Path &b);
 
 private:
+    /// Many enough to cost little memory, few enough for a box to lie close round them.
+    static constexpr std::size_t elementsOfAPiece = 64;
+
+    /// So many elements on end, with a box round all that they reach.
+    struct Piece {
+        std::size_t firstPoint;
+        Point low;
+        Point high;
+        /// Lines and curves alone, and from a point that is a number to others.
+        bool canBeSkipped;
+
+        [[nodiscard]] bool meets(const Rect &area) const
+        {
+            return low.x <= area.maxX() && high.x >= area.minX() && low.y <= area.maxY() &&
+                   high.y >= area.minY();
+        }
+        void include(Point p);
+    };
     struct Store {
         std::vector<PathElementType> types;
         std::vector<Point> points;
+        std::vector<Piece> pieces;
     };
+
+    template <class Visitor>
+    void visitElements(std::size_t first, std::size_t end, std::size_t firstPoint,
+                       Visitor &visit) const
+    {
+        const Point *next = store_->points.data() + firstPoint;
+        for (std::size_t i = first; i < end; ++i) {
+            const PathElementType type = store_->types[i];
+            const int count = pointCount(type);
+            visit(Element{type, count == 0 ? nullptr : next});
+            next += count;
+        }
+    }
+    static void addToPieces(Store &store, PathElementType type, const Point *points);
     void append(PathElementType type, const Point *points);
 
     std::shared_ptr<Store> store_;

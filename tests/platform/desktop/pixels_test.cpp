@@ -30,7 +30,7 @@ void fill(Image &image, const PixelRect &rect, std::uint32_t color)
 TEST(ChangedRects, areNoneForEqualPictures)
 {
     const Image image(20, 20);
-    EXPECT_TRUE(changedRects(image, image, {0, 0, 20, 20}).empty());
+    EXPECT_TRUE(changedRects(rowsOf(image), rowsOf(image), {0, 0, 20, 20}).empty());
 }
 
 TEST(ChangedRects, areTheBoxOfWhatDiffersWithinTheArea)
@@ -41,7 +41,7 @@ TEST(ChangedRects, areTheBoxOfWhatDiffersWithinTheArea)
     fill(after, {30, 24, 2, 2}, kRed);
     fill(after, {90, 90, 1, 1}, kRed);
 
-    EXPECT_THAT(changedRects(before, after, {0, 0, 80, 80}),
+    EXPECT_THAT(changedRects(rowsOf(before), rowsOf(after), {0, 0, 80, 80}),
                 testing::ElementsAre(PixelRect{10, 20, 22, 6}));
 }
 
@@ -52,7 +52,7 @@ TEST(ChangedRects, areSeveralWhereMuchBetweenThemIsTheSame)
     fill(after, {10, 10, 5, 5}, kRed);
     fill(after, {50, 60, 5, 5}, kRed);
 
-    EXPECT_THAT(changedRects(before, after, {0, 0, 100, 100}),
+    EXPECT_THAT(changedRects(rowsOf(before), rowsOf(after), {0, 0, 100, 100}),
                 testing::ElementsAre(PixelRect{10, 10, 5, 5}, PixelRect{50, 60, 5, 5}));
 }
 
@@ -68,7 +68,7 @@ TEST(ChangedRects, bringRandomPicturesTogether)
             fill(image, {at(60), at(60), 1 + at(4), 1 + at(4)}, kRed + at(200));
         }
 
-        for (const PixelRect &rect : changedRects(before, after, {0, 0, 64, 64})) {
+        for (const PixelRect &rect : changedRects(rowsOf(before), rowsOf(after), {0, 0, 64, 64})) {
             copyPixels(after, before, rect);
         }
 

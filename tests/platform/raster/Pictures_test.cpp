@@ -3,11 +3,20 @@
 
 #include <gtest/gtest.h>
 
+#include <QBuffer>
+#include <QByteArray>
+#include <QPainter>
+
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
+#include <random>
 #include <string>
+#include <utility>
 
 namespace orv::platform {
 namespace {
@@ -23,6 +32,11 @@ protected:
     [[nodiscard]] std::string path(const std::string &name) const
     {
         return (std::filesystem::path(folder_) / name).string();
+    }
+    [[nodiscard]] std::string bytesOf(const std::string &name) const
+    {
+        std::ifstream file(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
     }
     [[nodiscard]] std::ptrdiff_t fileCount() const
     {
@@ -97,6 +111,63 @@ TEST_F(Pictures, TooLargeToHoldAreNothing)
         .write(reinterpret_cast<const char *>(header.data()), header.size());
 
     EXPECT_EQ(readPicture(path("huge.bmp")), nullptr);
+}
+
+/// Noise, which takes more room in a file than anything else.
+Image noise(int width, int height)
+{
+    Image image(width, height);
+    std::mt19937 random(5);
+    std::generate_n(image.data(), width * height,
+                    [&random] { return 0xFF000000U | static_cast<std::uint32_t>(random()); });
+    return image;
+}
+
+Image decodedJpeg(const QImage &picture, int quality)
+{
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    picture.save(&buffer, "JPEG", quality);
+    return imageOf(QImage::fromData(bytes, "JPEG"));
+}
+
+TEST_F(Pictures, AsJpegShowWhatTheToolkitsCoderMakesOfThem)
+{
+    for (const auto &[width, height] : {std::pair{1, 1}, {17, 33}, {40, 16}, {700, 500}}) {
+        for (const int quality : {0, 50, 95, 100}) {
+            const Image image = noise(width, height);
+
+            ASSERT_TRUE(writePicture(path("a.jpg"), image, PictureKind::jpeg,
+                                     static_cast<float>(quality) / 100.0F));
+
+            EXPECT_TRUE(bytesOf("a.jpg").ends_with("\xFF\xD9")) << "nothing after its end";
+            EXPECT_EQ(*readPicture(path("a.jpg")),
+                      decodedJpeg(viewOf(image).convertToFormat(QImage::Format_RGB32), quality))
+                << width << "x" << height << " at " << quality;
+        }
+    }
+}
+
+TEST_F(Pictures, AsJpegLieOverWhiteWhereverTheyAreTransparent)
+{
+    const auto colors = {0x00000000U, 0x80800000U, 0xFE102030U};
+    for (const int y : {0, 15, 16, 41}) {
+        for (const int x : {0, 3, 18}) {
+            for (const std::uint32_t color : colors) {
+                Image image = noise(19, 42);
+                image.row(y)[x] = color;
+                QImage laidOver(19, 42, QImage::Format_RGB32);
+                laidOver.fill(Qt::white);
+                QPainter(&laidOver).drawImage(0, 0, viewOf(image));
+
+                ASSERT_TRUE(writePicture(path("a.jpg"), image, PictureKind::jpeg, 1.0F));
+
+                EXPECT_EQ(*readPicture(path("a.jpg")), decodedJpeg(laidOver, 100))
+                    << x << ", " << y << " " << color;
+            }
+        }
+    }
 }
 
 TEST(ImageConversion, GoesBothWaysWithoutAChange)

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <string>
 
 namespace orv::platform {
@@ -54,6 +55,86 @@ TEST(Path, elementsFromTheMiddleOnAreVisited)
                      [&xs](const Path::Element &element) { xs.push_back(element.points[0].x); });
 
     EXPECT_THAT(xs, testing::ElementsAre(2, 3));
+}
+
+/// What a search near an area visits, with the number of points that it passes over.
+struct Visits {
+    int visited = 0;
+    std::vector<Point> skippedTo;
+
+    Visits(const Path &path, const Rect &area)
+    {
+        path.forEachNear(
+            area, [this](const Path::Element & /*element*/) { ++visited; },
+            [this](Point end) { skippedTo.push_back(end); });
+    }
+};
+
+Path levelLine(int points)
+{
+    Path path;
+    path.moveTo({0.0, 5.0});
+    for (int i = 1; i < points; ++i) {
+        path.lineTo({static_cast<double>(i), 5.0});
+    }
+    return path;
+}
+
+TEST(Path, aSearchNearAnAreaPassesOverWhatStaysOutOfIt)
+{
+    const Path path = levelLine(1000);
+
+    const Visits visits(path, Rect::make(500.0, 0.0, 3.0, 10.0));
+
+    EXPECT_LT(visits.visited, 200);
+    EXPECT_GT(visits.visited, 3);
+    ASSERT_FALSE(visits.skippedTo.empty());
+    EXPECT_EQ(visits.skippedTo.back(), (Point{999.0, 5.0}));
+    for (const Point end : visits.skippedTo) {
+        EXPECT_FALSE(end.x >= 500.0 && end.x <= 503.0);
+    }
+}
+
+TEST(Path, aSearchNearAnAreaFindsALineThatOnlyCrossesIt)
+{
+    Path path = levelLine(64);
+    path.lineTo({1000.0, 5.0});
+
+    const Visits visits(path, Rect::make(500.0, 0.0, 3.0, 10.0));
+
+    EXPECT_GE(visits.visited, 1);
+}
+
+TEST(Path, aSearchNearAnAreaNeverPassesOverMovesAndClosesNorPointsThatAreNoNumbers)
+{
+    Path path = levelLine(70);
+    path.close();
+    path.moveTo({0.0, 9.0});
+    path.lineTo({std::nan(""), 9.0});
+    for (int i = 0; i < 200; ++i) {
+        path.lineTo({static_cast<double>(i), 9.0});
+    }
+
+    const Visits visits(path, Rect::make(5000.0, 0.0, 3.0, 10.0));
+
+    EXPECT_GE(visits.visited, 128) << "both that hold such elements";
+    EXPECT_FALSE(visits.skippedTo.empty());
+}
+
+TEST(Path, aCopyThatWasLeftBehindIsSearchedToItsOwnEnd)
+{
+    Path path = levelLine(100);
+    const Path copy = path;
+    for (int i = 0; i < 100; ++i) {
+        path.lineTo({0.0, 1000.0 + i});
+    }
+
+    const Visits all(copy, Rect::make(0.0, 0.0, 2000.0, 2000.0));
+    const Visits none(copy, Rect::make(0.0, -50.0, 10.0, 10.0));
+
+    EXPECT_EQ(all.visited, 100);
+    EXPECT_EQ(none.visited, 64) << "those with the move";
+    EXPECT_EQ(none.skippedTo, std::vector{(Point{99.0, 5.0})});
 }
 
 TEST(Path, withoutACurrentPointOnlyAMoveCounts)

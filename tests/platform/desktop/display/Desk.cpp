@@ -92,6 +92,11 @@ xcb_window_t InkWindow::nativeWindow() const
     return dynamic_cast<const DesktopWindowSurface &>(*surface_).nativeWindow();
 }
 
+const Image &InkWindow::picture() const
+{
+    return dynamic_cast<const DesktopWindowSurface &>(*surface_).picture();
+}
+
 void InkWindow::sendEvent(const Event &event)
 {
     events.push_back(event);

@@ -34,6 +34,8 @@ public:
     WindowSurface &surface() { return *surface_; }
     [[nodiscard]] std::uint64_t pixelsSent() const;
     [[nodiscard]] xcb_window_t nativeWindow() const;
+    /// What was drawn last.
+    [[nodiscard]] const Image &picture() const;
     void close() { surface_.reset(); }
 
     void sendEvent(const Event &event) override;

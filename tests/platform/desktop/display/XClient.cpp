@@ -133,6 +133,19 @@ void XClient::key(std::uint32_t keysym, bool down)
     throw std::runtime_error("the keyboard has no such key");
 }
 
+void XClient::grabServer()
+{
+    xcb_grab_server(connection_);
+    // Held once this is answered.
+    static_cast<void>(focused());
+}
+
+void XClient::ungrabServer()
+{
+    xcb_ungrab_server(connection_);
+    xcb_flush(connection_);
+}
+
 std::uint32_t XClient::pixel(int x, int y)
 {
     const Reply<xcb_get_image_reply_t> image(xcb_get_image_reply(

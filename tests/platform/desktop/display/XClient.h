@@ -34,6 +34,10 @@ public:
     void button(int number, bool down);
     void key(std::uint32_t keysym, bool down);
 
+    /// Until `ungrabServer`, from any thread, the X server does nothing that other programs ask.
+    void grabServer();
+    void ungrabServer();
+
     /// 0xRRGGBB as the screen shows it.
     [[nodiscard]] std::uint32_t pixel(int x, int y);
 

@@ -142,6 +142,48 @@ TEST_F(AnyDisplayMainThread, worksInTheBackgroundAndComesBack)
     EXPECT_TRUE(back);
 }
 
+TEST_F(AnyDisplayMainThread, drawsOnceAfterAllTasksThatWaited)
+{
+    InkWindow overlay(Rect::make(0, 0, 100, 100));
+    overlay.surface().orderFront();
+    ASSERT_TRUE(comesToShow(1, 1, client.pixel(1, 1)));
+    overlay.drawn.clear();
+    int ran = 0;
+    int ranBeforeDraw = 0;
+    overlay.onDraw = [&](GraphicsContext &) { ranBeforeDraw = ran; };
+
+    for (int i = 0; i < 50; ++i) {
+        mainThread.post([&] {
+            ++ran;
+            overlay.surface().setNeedsDisplay(Rect::make(ran, 10, 1, 1));
+        });
+    }
+    ASSERT_TRUE(pumpUntil([&] { return ran == 50 && !overlay.drawn.empty(); }));
+
+    EXPECT_EQ(ranBeforeDraw, 50);
+    EXPECT_EQ(overlay.drawn.size(), 1U);
+}
+
+TEST_F(AnyDisplayMainThread, runsWhatDrawingPostsThoughEachDrawAsksForAnother)
+{
+    InkWindow overlay(Rect::make(0, 0, 100, 100));
+    overlay.surface().orderFront();
+    int posted = 0;
+    int ran = 0;
+    overlay.onDraw = [&](GraphicsContext &) {
+        ++posted;
+        mainThread.post([&] { ++ran; });
+        overlay.surface().setNeedsDisplay(Rect::make(0, 0, 10, 10));
+    };
+
+    overlay.surface().setNeedsDisplay(Rect::make(0, 0, 10, 10));
+    const bool hasRun = pumpUntil([&] { return ran >= 20; });
+    overlay.onDraw = nullptr;
+
+    EXPECT_TRUE(hasRun);
+    EXPECT_LE(posted - ran, 2) << "each task runs before the next but one frame";
+}
+
 TEST_F(AnyDisplayMainThread, drawsBeforeItBlocksAndLetsTheMonitorGo)
 {
     InkWindow overlay(Rect::make(0, 0, 100, 100));

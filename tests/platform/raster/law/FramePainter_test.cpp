@@ -388,6 +388,32 @@ TEST_F(FramePainterTest, AStrokeThatGrowsIsPaintedWhereItHasGrown)
     EXPECT_TRUE(picture == painted());
 }
 
+TEST_F(FramePainterTest, TheWayBackOfAStrokeThatIsClosedIsPaintedAlongItself)
+{
+    Thing stroke;
+    stroke.width = 2.0;
+    stroke.path.moveTo({5.0, 5.0});
+    for (int i = 1; i <= 100; ++i) {
+        stroke.path.lineTo({5.0 + i * 14.0, 5.0 + i * 10.0});
+    }
+    grid = {{1440.0, 1024.0}, 1.0};
+    picture = Image(1440, 1024);
+    scene.bounds = {{0.0, 0.0}, {1440.0, 1024.0}};
+    scene.list->push(stroke);
+    paint();
+
+    scene.list->things.back().path.close();
+    const auto rects = paint();
+
+    int pixels = 0;
+    for (const PixelRect &rect : rects) {
+        pixels += rect.width * rect.height;
+    }
+    EXPECT_GT(pixels, 0);
+    EXPECT_LT(pixels, 1440 * 1024 / 5);
+    EXPECT_TRUE(picture == painted());
+}
+
 TEST_F(FramePainterTest, AWipeThatIsUndoneDrawsNothingAgain)
 {
     Dice dice(2);

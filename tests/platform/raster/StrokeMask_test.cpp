@@ -1,11 +1,12 @@
 #include "platform/raster/StrokeMask.h"
 
+#include "Coverage.h"
+
 #include <gtest/gtest.h>
 
-#include <array>
+#include <algorithm>
 #include <cmath>
 #include <random>
-#include <string>
 #include <vector>
 
 namespace orv::platform {
@@ -20,28 +21,13 @@ struct Stroke {
     double radius;
 };
 
-/// What the mask covers, row after row of its area.
-std::vector<int> taken(StrokeMask &mask)
-{
-    const PixelRect &area = mask.area();
-    std::vector<int> found(static_cast<std::size_t>(area.width * area.height));
-    mask.takeRows([&](const StrokeMask::Row &row) {
-        for (std::size_t i = 0; i < row.count; ++i) {
-            const auto place =
-                static_cast<std::size_t>((row.y - area.y) * area.width + row.x - area.x);
-            found[place + i] = row.coverage[i];
-        }
-    });
-    return found;
-}
-
 std::vector<int> covered(const PixelRect &area, const std::vector<Stroke> &strokes)
 {
     StrokeMask mask(area);
     for (const Stroke &stroke : strokes) {
         mask.add(stroke.from, stroke.to, stroke.radius);
     }
-    return taken(mask);
+    return takenCoverage(mask);
 }
 
 int at(const std::vector<int> &coverage, int x, int y)
@@ -148,22 +134,22 @@ TEST(StrokeMask, WhatWasTakenIsNoLongerCovered)
 {
     StrokeMask mask(kAll);
     mask.add({0.0, 0.0}, {48.0, 48.0}, 5.0);
-    taken(mask);
+    takenCoverage(mask);
 
     mask.add({40.0, 4.0}, {44.0, 4.0}, 1.0);
 
-    EXPECT_EQ(taken(mask), covered(kAll, {{{40.0, 4.0}, {44.0, 4.0}, 1.0}}));
+    EXPECT_EQ(takenCoverage(mask), covered(kAll, {{{40.0, 4.0}, {44.0, 4.0}, 1.0}}));
 }
 
 TEST(StrokeMask, WhatLiesFarAwayCoversNothingAndALongLineIsStillInItsPlace)
 {
     StrokeMask mask(kAll);
     mask.add({-1e7, -1e7}, {-1e7, 1e7}, 3.0);
-    EXPECT_EQ(taken(mask), std::vector<int>(kSide * kSide));
+    EXPECT_EQ(takenCoverage(mask), std::vector<int>(kSide * kSide));
 
     mask.add({-1e7, 20.5}, {1e7, 20.5}, 1.5);
 
-    const auto coverage = taken(mask);
+    const auto coverage = takenCoverage(mask);
     EXPECT_EQ(at(coverage, 20, 20), 255);
     EXPECT_EQ(at(coverage, 20, 17), 0);
     EXPECT_EQ(at(coverage, 20, 23), 0);

@@ -1,9 +1,11 @@
 #include "platform/raster/StrokeTracer.h"
 
+#include "Coverage.h"
 #include "Surface.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <numbers>
@@ -30,15 +32,7 @@ std::vector<int> traced(const Path &path, const StrokeStyle &style, const PixelR
 {
     StrokeMask mask(area);
     traceStroke(path, style, toDevice, mask);
-    std::vector<int> found(static_cast<std::size_t>(area.width * area.height));
-    mask.takeRows([&](const StrokeMask::Row &row) {
-        for (std::size_t i = 0; i < row.count; ++i) {
-            const auto place =
-                static_cast<std::size_t>((row.y - area.y) * area.width + row.x - area.x);
-            found[place + i] = row.coverage[i];
-        }
-    });
-    return found;
+    return takenCoverage(mask);
 }
 
 constexpr PixelRect kAll{0, 0, kSide, kSide};

@@ -1,8 +1,8 @@
 #include "platform/raster/BandPainter.h"
 
-#include "Surface.h"
 #include "platform/raster/DrawingRecorder.h"
 #include "platform/raster/GuiApplication.h"
+#include "platform/raster/Surface.h"
 
 #include <gtest/gtest.h>
 

@@ -113,11 +113,11 @@ private:
 
     /// So many elements on end, with a box round all that they reach.
     struct Piece {
-        std::size_t firstPoint;
+        std::size_t firstPoint = 0;
         Point low;
         Point high;
         /// Lines and curves alone, and from a point that is a number to others.
-        bool canBeSkipped;
+        bool canBeSkipped = false;
 
         [[nodiscard]] bool meets(const Rect &area) const
         {

@@ -4,7 +4,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <memory>
 #include <random>
 #include <vector>
 
@@ -57,8 +56,9 @@ double secondsOf(const Engine &engine, const std::vector<BenchStroke> &ink)
     return bench::secondsOf([&] { engine.paint(picture, ink, std::nullopt); });
 }
 
-void repaint(benchmark::State &state, const Engine &engine)
+template <class Kind> void repaint(benchmark::State &state)
 {
+    const Kind engine;
     platform::ensureGuiApplication();
     const auto ink = strokes(kStrokes, static_cast<double>(state.range(0)), 1.0);
     double total = 0.0;
@@ -72,8 +72,9 @@ void repaint(benchmark::State &state, const Engine &engine)
     state.counters["part_of_QPainter"] = total / toolkit;
 }
 
-void inPieces(benchmark::State &state, const Engine &engine)
+template <class Kind> void inPieces(benchmark::State &state)
 {
+    const Kind engine;
     platform::ensureGuiApplication();
     const auto ink = strokes(kStrokes / 10, static_cast<double>(state.range(0)), 0.5);
     int different = 0;
@@ -94,34 +95,22 @@ void inPieces(benchmark::State &state, const Engine &engine)
     state.counters["different_pixels"] = different;
 }
 
-void forEngine(const std::shared_ptr<Engine> &engine)
+void repaints(benchmark::internal::Benchmark *what)
 {
-    const auto run = [engine](benchmark::State &state) { repaint(state, *engine); };
-    benchmark::RegisterBenchmark(("repaint/" + engine->name()).c_str(), run)
-        ->Arg(4)
-        ->Arg(20)
-        ->UseManualTime()
-        ->Iterations(3)
-        ->Unit(benchmark::kMillisecond);
+    what->Arg(4)->Arg(20)->UseManualTime()->Iterations(3)->Unit(benchmark::kMillisecond);
 }
+void pieces(benchmark::internal::Benchmark *what)
+{
+    what->Arg(20)->Iterations(1)->Unit(benchmark::kMillisecond);
+}
+BENCHMARK_TEMPLATE(repaint, bench::PainterEngine)->Apply(repaints);
+BENCHMARK_TEMPLATE(repaint, bench::AggEngine)->Apply(repaints);
+BENCHMARK_TEMPLATE(repaint, bench::MaskEngine)->Apply(repaints);
+BENCHMARK_TEMPLATE(repaint, bench::BandsEngine)->Apply(repaints);
+BENCHMARK_TEMPLATE(inPieces, bench::PainterEngine)->Apply(pieces);
+BENCHMARK_TEMPLATE(inPieces, bench::AggEngine)->Apply(pieces);
+BENCHMARK_TEMPLATE(inPieces, bench::MaskEngine)->Apply(pieces);
 
 } // namespace
 
-int main(int argc, char **argv)
-{
-    const std::vector<std::shared_ptr<Engine>> engines{std::make_shared<bench::PainterEngine>(),
-                                                       std::make_shared<bench::AggEngine>(),
-                                                       std::make_shared<bench::MaskEngine>()};
-    for (const auto &engine : engines) {
-        forEngine(engine);
-        const auto run = [engine](benchmark::State &state) { inPieces(state, *engine); };
-        benchmark::RegisterBenchmark(("in pieces/" + engine->name()).c_str(), run)
-            ->Arg(20)
-            ->Iterations(1)
-            ->Unit(benchmark::kMillisecond);
-    }
-    forEngine(std::make_shared<bench::BandsEngine>());
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
+BENCHMARK_MAIN();

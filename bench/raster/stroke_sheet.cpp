@@ -32,8 +32,9 @@ Path wave(Point from, double length, double height)
 {
     Path path;
     path.moveTo(from);
-    for (double x = 3.0; x <= length; x += 3.0) {
-        path.lineTo({from.x + x, from.y + height * std::sin(x * 0.06)});
+    constexpr double step = 3.0;
+    for (int i = 1; i * step <= length; ++i) {
+        path.lineTo({from.x + i * step, from.y + height * std::sin(i * step * 0.06)});
     }
     return path;
 }

@@ -38,7 +38,7 @@ function desk() {
   });
   made.say = (message) => made.session.takeText(JSON.stringify(message));
   made.clients = (pen, ...list) => made.say({ type: 'clients', pen, list });
-  made.library = (name) =>
+  made.fromLibrary = (name) =>
     made.session.takeRecords(new Uint8Array(Buffer.from(vector(name), 'hex')));
   made.welcome = (id = 3) =>
     made.say({ type: 'welcome', id, plugin: 17, width: 1920, height: 1080, scale: 8 });
@@ -50,7 +50,7 @@ function drawing() {
   given.welcome();
   given.clients(3, ME);
   given.timers.advance(1000);
-  given.library('annotation is shown');
+  given.fromLibrary('annotation is shown');
   given.records.length = 0;
   return given;
 }
@@ -72,7 +72,7 @@ test('annotation that is open already is not opened again', () => {
   given.welcome();
   given.clients(3, ME);
 
-  given.library('annotation is shown');
+  given.fromLibrary('annotation is shown');
   given.records.length = 0;
   given.timers.advance(1000);
 
@@ -86,8 +86,8 @@ test('the tool follows when annotation has opened', () => {
   given.timers.advance(1000);
   given.records.length = 0;
 
-  given.library('annotation is shown');
-  given.library('annotation is shown');
+  given.fromLibrary('annotation is shown');
+  given.fromLibrary('annotation is shown');
 
   assert.deepEqual(given.records, [PEN]);
 });
@@ -144,7 +144,7 @@ test('who had the pen asks for it after the connection was lost, and opens again
 
 test('what was closed before the connection was lost stays closed', () => {
   const given = drawing();
-  given.library('annotation is closed, as an answer');
+  given.fromLibrary('annotation is closed, as an answer');
   given.session.connectionLost();
   given.welcome(9);
 
@@ -170,7 +170,7 @@ test('annotation that was about to be opened when the connection was lost is ope
 
 test('a connection that is lost while the pen is taken up again leaves closed what was closed', () => {
   const given = drawing();
-  given.library('annotation is closed, as an answer');
+  given.fromLibrary('annotation is closed, as an answer');
   given.session.connectionLost();
   given.welcome(8);
   given.clients(8, { id: 8, name: 'Me' });
@@ -243,7 +243,7 @@ test('keyboard and mouse mode goes on after a lost connection if the pen comes b
 test('keyboard and mouse mode is over if somebody else has the pen after a lost connection', () => {
   const given = drawing();
   given.session.setControl(true);
-  given.library('annotation is closed, as an answer');
+  given.fromLibrary('annotation is closed, as an answer');
   given.records.length = 0;
   given.session.connectionLost();
   given.welcome(9);
@@ -281,9 +281,9 @@ test('the page draws only while the library takes the mouse', () => {
   const given = drawing();
   const before = given.session.draws;
 
-  given.library('mouse input is not taken');
+  given.fromLibrary('mouse input is not taken');
   const meanwhile = given.session.draws;
-  given.library('mouse input is taken');
+  given.fromLibrary('mouse input is taken');
 
   assert.deepEqual([before, meanwhile, given.session.draws], [true, false, true]);
 });
@@ -332,9 +332,9 @@ test('asking is over with a refusal, with the pen, or with its holder', () => {
 test('the counts of undo and redo and the recording are known', () => {
   const given = drawing();
 
-  given.library('counts of undo and redo');
-  given.library('recording runs, as an answer');
-  given.library('page buttons off');
+  given.fromLibrary('counts of undo and redo');
+  given.fromLibrary('recording runs, as an answer');
+  given.fromLibrary('page buttons off');
 
   assert.deepEqual(given.session.state.history, { undo: 258, redo: 3 });
   assert.equal(given.session.state.recording, true);

@@ -145,6 +145,27 @@ TEST(Clips, NarrowEachOther)
     EXPECT_EQ(surface.coverage(), ".##...\n");
 }
 
+TEST(Clips, HoldForAStrokeWhenTheyHaveChangedSinceTheLastOne)
+{
+    Surface surface(12, 4);
+
+    surface.paint([](GraphicsContext &context) {
+        context.setLineWidth(2.0);
+        context.setLineCap(LineCap::round);
+        context.setLineJoin(LineJoin::round);
+        context.strokePath(linePath({0.0, 3.0}, {12.0, 3.0}));
+        context.saveState();
+        context.clipToRect(Rect::make(4.0, 0.0, 4.0, 4.0));
+        context.strokePath(linePath({-2.0, 1.0}, {14.0, 1.0}));
+        context.restoreState();
+    });
+
+    EXPECT_EQ(surface.coverage(), "############\n"
+                                  "############\n"
+                                  "....####....\n"
+                                  "....####....\n");
+}
+
 TEST(Clips, MayBeTurned)
 {
     Surface surface(10, 10);

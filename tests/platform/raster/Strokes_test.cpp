@@ -233,6 +233,26 @@ TEST(Strokes, AnEraserTakesTheInkAwayAndABackdropFillsTheGapFromBehind)
     EXPECT_EQ(surface.at(3, 5), 0xFFFF0000U);
 }
 
+TEST(Strokes, AnEraserWithRoundEndsTakesAwayAsMuchOfAPixelAsItCovers)
+{
+    Surface surface(20, 10);
+    surface.fill(0xFFFF0000);
+
+    surface.paint([](GraphicsContext &context) {
+        context.setBlendMode(BlendMode::clear);
+        context.setLineWidth(3.0);
+        context.setLineCap(LineCap::round);
+        context.setLineJoin(LineJoin::round);
+        context.strokePath(linePath({-5.0, 5.0}, {25.0, 5.0}));
+    });
+
+    EXPECT_EQ(surface.at(10, 2), 0xFFFF0000U);
+    EXPECT_EQ(surface.at(10, 3), 0x7F7F0000U) << "covered by 128 of 255";
+    EXPECT_EQ(surface.at(10, 4), 0U);
+    EXPECT_EQ(surface.at(10, 5), 0U);
+    EXPECT_EQ(surface.at(10, 6), 0x7F7F0000U);
+}
+
 TEST(Strokes, ThinLinesAreFaintAndNotWidened)
 {
     Surface surface(6, 3);

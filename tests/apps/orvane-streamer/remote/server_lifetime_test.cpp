@@ -5,6 +5,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <filesystem>
 #include <future>
 #include <memory>
 #include <stdexcept>
@@ -140,17 +141,15 @@ TEST_F(ServerLifetime, whatIsNoAddressOfThisMachineIsNamed)
 
 TEST_F(ServerLifetime, onAllAddressesItKnowsOldOnesInTheirOldForm)
 {
+    if (!std::filesystem::exists("/proc/net/if_inet6")) {
+        GTEST_SKIP() << "this machine knows no such addresses";
+    }
     RemoteServer::Options wanted = options();
     wanted.address = "::";
-    std::unique_ptr<RemoteServer> open;
-    try {
-        open = std::make_unique<RemoteServer>(wanted, host);
-    } catch (const std::runtime_error &error) {
-        GTEST_SKIP() << error.what();
-    }
-    open->start();
+    RemoteServer open(wanted, host);
+    open.start();
 
-    (void)pairedCookie(open->port(), kCode);
+    (void)pairedCookie(open.port(), kCode);
 
     EXPECT_TRUE(host.waitForLine("a browser at 127.0.0.1 was paired"));
 }

@@ -62,6 +62,11 @@ public:
     CanvasDesk(const CanvasDesk &) = delete;
     CanvasDesk &operator=(const CanvasDesk &) = delete;
 
+    [[nodiscard]] AnnotationsView &canvas() { return *canvas_; }
+    [[nodiscard]] AnnotationOverlayWindow &window() { return *window_; }
+    [[nodiscard]] const std::string &home() const { return desk_.home(); }
+    platform::VirtualPlatform &platform() { return desk_.platform(); }
+
     void settle(int strokes)
     {
         std::mt19937 random(7);

@@ -27,22 +27,22 @@ constexpr std::size_t kKeyBytesPerWork = 16;
 ArchiveObjects::ArchiveObjects(Data bytes)
     : list_(std::move(bytes)), workLeft_(kSpareWork + kWorkPerByte * list_.byteCount())
 {
-    const Ref root = list_.top();
-    if (list_.item(root).type != Type::dictionary) {
+    const Place root = placeOf(list_.top());
+    if (root.item.type != Type::dictionary) {
         throw Exception("The property list is no keyed archive: its top value is no dictionary.");
     }
-    const Item archiver = list_.item(requiredEntry(root, "$archiver", Type::asciiString));
+    const Item archiver = requiredEntry(root, "$archiver", Type::asciiString).item;
     if (!list_.isText(archiver, kArchiver)) {
         throw Exception(fmt::format("The archive was written by \"{}\", not by {}.",
                                     list_.text(archiver), kArchiver));
     }
-    const Item version = list_.item(requiredEntry(root, "$version", Type::integer));
+    const Item version = requiredEntry(root, "$version", Type::integer).item;
     if (list_.integer(version) != kArchiveVersion) {
         throw Exception(fmt::format("The archive has the version {}, not {}.",
                                     list_.integer(version), kArchiveVersion));
     }
-    objects_ = list_.item(requiredEntry(root, "$objects", Type::array));
-    top_ = requiredEntry(root, "$top", Type::dictionary);
+    objects_ = requiredEntry(root, "$objects", Type::array).item;
+    top_ = requiredEntry(root, "$top", Type::dictionary).ref;
 }
 
 std::string_view ArchiveObjects::nameOf(Kind kind)
@@ -78,8 +78,14 @@ void ArchiveObjects::spend(std::size_t work)
 
 std::optional<ArchiveObjects::Ref> ArchiveObjects::find(Ref dictionary, std::string_view key)
 {
-    const Item item = list_.item(dictionary);
-    const auto at = position(dictionary, item.count, key, [this, &item](std::size_t i) {
+    return find(placeOf(dictionary), key);
+}
+
+std::optional<ArchiveObjects::Ref> ArchiveObjects::find(const Place &dictionary,
+                                                        std::string_view key)
+{
+    const Item &item = dictionary.item;
+    const auto at = position(places_, dictionary, key, [this, &item](std::size_t i) {
         return list_.item(list_.key(item, i));
     });
     if (!at) {
@@ -88,104 +94,97 @@ std::optional<ArchiveObjects::Ref> ArchiveObjects::find(Ref dictionary, std::str
     return list_.value(item, *at);
 }
 
-ArchiveObjects::Ref ArchiveObjects::requiredEntry(Ref dictionary, std::string_view key, Type type)
+ArchiveObjects::Place ArchiveObjects::requiredEntry(const Place &dictionary, std::string_view key,
+                                                    Type type)
 {
     const std::optional<Ref> ref = find(dictionary, key);
     if (!ref) {
-        throw Exception(fmt::format("The archive has no \"{}\" in value {}.", key, dictionary));
+        throw Exception(fmt::format("The archive has no \"{}\" in value {}.", key, dictionary.ref));
     }
-    const Ref target = followed(*ref);
-    if (list_.item(target).type != type) {
-        throw Exception(
-            fmt::format("The archive's \"{}\" in value {} has the wrong type.", key, dictionary));
+    const Place target = followed(placeOf(*ref));
+    if (target.item.type != type) {
+        throw Exception(fmt::format("The archive's \"{}\" in value {} has the wrong type.", key,
+                                    dictionary.ref));
     }
     return target;
 }
 
-bool ArchiveObjects::isNull(Ref ref) const
+ArchiveObjects::Place ArchiveObjects::followed(const Place &place) const
 {
-    const Item item = list_.item(ref);
-    return item.type == Type::null || (item.type == Type::uid && list_.uid(item) == 0);
-}
-
-ArchiveObjects::Ref ArchiveObjects::followed(Ref ref) const
-{
-    const Item item = list_.item(ref);
-    if (item.type != Type::uid) {
-        return ref;
+    if (place.item.type != Type::uid) {
+        return place;
     }
-    const std::uint64_t uid = list_.uid(item);
+    const std::uint64_t uid = list_.uid(place.item);
     if (uid >= objects_.count) {
         throw Exception(
             fmt::format("The archive has no object {}; it has {}.", uid, objects_.count));
     }
-    return list_.element(objects_, uid);
+    return placeOf(list_.element(objects_, uid));
 }
 
 ArchiveObjects::Value ArchiveObjects::value(Ref ref)
 {
-    if (isNull(ref)) {
+    const Place place = placeOf(ref);
+    if (place.item.type == Type::uid && list_.uid(place.item) == 0) {
         return {};
     }
-    const Ref target = followed(ref);
-    switch (list_.item(target).type) {
+    const Place target = followed(place);
+    switch (target.item.type) {
     case Type::null:
         return {};
     case Type::boolean:
     case Type::integer:
     case Type::real:
-        return {Kind::number, target, 0};
+        return {Kind::number, target.ref, 0};
     case Type::asciiString:
     case Type::utf16String:
-        return {Kind::string, target, 0};
+        return {Kind::string, target.ref, 0};
     case Type::data:
-        return {Kind::data, target, 0};
+        return {Kind::data, target.ref, 0};
     case Type::dictionary:
         return classedValue(target);
     default:
         throw Exception(
-            fmt::format("The archive's value {} is of a type that no object has.", target));
+            fmt::format("The archive's value {} is of a type that no object has.", target.ref));
     }
 }
 
-ArchiveObjects::Value ArchiveObjects::classedValue(Ref dictionary)
+ArchiveObjects::Value ArchiveObjects::classedValue(const Place &dictionary)
 {
-    const Ref description = requiredEntry(dictionary, "$class", Type::dictionary);
+    const Place description = requiredEntry(dictionary, "$class", Type::dictionary);
     const Kind kind = kindOfClass(description);
     switch (kind) {
     case Kind::string: {
         const std::optional<Ref> content = find(dictionary, "NS.string");
-        const Ref text = content ? followed(*content) : dictionary;
-        const Type type = list_.item(text).type;
-        if (type != Type::asciiString && type != Type::utf16String) {
-            throw Exception(fmt::format("The archive's string {} has no text.", dictionary));
+        const Place text = content ? followed(placeOf(*content)) : dictionary;
+        if (text.item.type != Type::asciiString && text.item.type != Type::utf16String) {
+            throw Exception(fmt::format("The archive's string {} has no text.", dictionary.ref));
         }
-        return {kind, text, 0};
+        return {kind, text.ref, 0};
     }
     case Kind::data:
-        return {kind, requiredEntry(dictionary, "NS.data", Type::data), 0};
+        return {kind, requiredEntry(dictionary, "NS.data", Type::data).ref, 0};
     case Kind::array:
-        return {kind, requiredEntry(dictionary, "NS.objects", Type::array), 0};
+        return {kind, requiredEntry(dictionary, "NS.objects", Type::array).ref, 0};
     case Kind::dictionary: {
-        const Value value{kind, requiredEntry(dictionary, "NS.objects", Type::array),
-                          requiredEntry(dictionary, "NS.keys", Type::array)};
-        if (list_.item(value.ref).count != list_.item(value.extra).count) {
+        const Place values = requiredEntry(dictionary, "NS.objects", Type::array);
+        const Place keys = requiredEntry(dictionary, "NS.keys", Type::array);
+        if (values.item.count != keys.item.count) {
             throw Exception(fmt::format("The archive's dictionary {} has {} keys and {} values.",
-                                        dictionary, list_.item(value.extra).count,
-                                        list_.item(value.ref).count));
+                                        dictionary.ref, keys.item.count, values.item.count));
         }
-        return value;
+        return {kind, values.ref, keys.ref};
     }
     default:
-        return {Kind::object, dictionary, description};
+        return {Kind::object, dictionary.ref, description.ref};
     }
 }
 
-ArchiveObjects::Kind ArchiveObjects::kindOfClass(Ref description)
+ArchiveObjects::Kind ArchiveObjects::kindOfClass(const Place &description)
 {
-    const auto [known, isNew] = classKinds_.try_emplace(description, Kind::object);
+    const auto [known, isNew] = classKinds_.try_emplace(description.ref, Kind::object);
     if (isNew) {
-        const Item name = list_.item(requiredEntry(description, "$classname", Type::asciiString));
+        const Item name = requiredEntry(description, "$classname", Type::asciiString).item;
         const auto is = [&](std::string_view immutable, std::string_view mutableForm) {
             return list_.isText(name, immutable) || list_.isText(name, mutableForm);
         };
@@ -204,9 +203,9 @@ ArchiveObjects::Kind ArchiveObjects::kindOfClass(Ref description)
 
 std::string ArchiveObjects::className(const Value &object)
 {
-    const Ref name = requiredEntry(object.extra, "$classname", Type::asciiString);
-    spend(list_.item(name).count);
-    return list_.text(list_.item(name));
+    const Item name = requiredEntry(placeOf(object.extra), "$classname", Type::asciiString).item;
+    spend(name.count);
+    return list_.text(name);
 }
 
 std::size_t ArchiveObjects::count(const Value &container) const
@@ -226,9 +225,9 @@ ArchiveObjects::Value ArchiveObjects::element(const Value &array, std::size_t in
 
 ArchiveObjects::Value ArchiveObjects::entry(const Value &dictionary, std::string_view key)
 {
-    const Item keys = list_.item(dictionary.extra);
-    const auto at = position(dictionary.extra, keys.count, key, [this, &keys](std::size_t i) {
-        return keyItem(list_.element(keys, i));
+    const Place keys = placeOf(dictionary.extra);
+    const auto at = position(archivedPlaces_, keys, key, [this, &keys](std::size_t i) {
+        return keyItem(list_.element(keys.item, i));
     });
     return at ? value(list_.element(list_.item(dictionary.ref), *at)) : Value{};
 }
@@ -243,18 +242,28 @@ ArchiveObjects::Item ArchiveObjects::keyItem(Ref ref)
     return list_.item(key.ref);
 }
 
-std::optional<std::size_t> ArchiveObjects::position(Ref container, std::size_t count,
+std::optional<std::size_t> ArchiveObjects::position(RecentPlaces &recent, const Place &keys,
                                                     std::string_view key, const KeyAt &keyAt)
 {
-    if (count <= kLongestScan) {
-        for (std::size_t i = 0; i < count; ++i) {
-            if (list_.isText(keyAt(i), key)) {
-                return i;
-            }
-        }
-        return std::nullopt;
+    if (keys.item.count > kLongestScan) {
+        return indexedPosition(keys, key, keyAt);
     }
-    const Index &places = index(container, count, keyAt);
+    if (const auto place = recent.find(list_, keys.item, key)) {
+        return place;
+    }
+    for (std::size_t i = 0; i < keys.item.count; ++i) {
+        if (list_.isText(keyAt(i), key)) {
+            recent.remember(keys.item, key, i);
+            return i;
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::size_t> ArchiveObjects::indexedPosition(const Place &keys, std::string_view key,
+                                                           const KeyAt &keyAt)
+{
+    const Index &places = index(keys, keyAt);
     const std::size_t hash = std::hash<std::string_view>{}(key);
     for (auto place = std::lower_bound(places.begin(), places.end(), Index::value_type{hash, 0});
          place != places.end() && place->first == hash; ++place) {
@@ -266,22 +275,21 @@ std::optional<std::size_t> ArchiveObjects::position(Ref container, std::size_t c
     return std::nullopt;
 }
 
-const ArchiveObjects::Index &ArchiveObjects::index(Ref container, std::size_t count,
-                                                   const KeyAt &keyAt)
+const ArchiveObjects::Index &ArchiveObjects::index(const Place &keys, const KeyAt &keyAt)
 {
-    const auto known = indexes_.find(container);
+    const auto known = indexes_.find(keys.ref);
     if (known != indexes_.end()) {
         return known->second;
     }
     Index places;
-    places.reserve(count);
-    for (std::size_t i = 0; i < count; ++i) {
+    places.reserve(keys.item.count);
+    for (std::size_t i = 0; i < keys.item.count; ++i) {
         const Item item = keyAt(i);
         spend(1 + item.count / kKeyBytesPerWork);
         places.emplace_back(std::hash<std::string>{}(list_.text(item)), i);
     }
     std::sort(places.begin(), places.end());
-    return indexes_.emplace(container, std::move(places)).first->second;
+    return indexes_.emplace(keys.ref, std::move(places)).first->second;
 }
 
 std::int64_t ArchiveObjects::asInt(const Value &number) const

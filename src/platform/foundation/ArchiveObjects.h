@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/foundation/BinaryPropertyList.h"
+#include "platform/foundation/RecentPlaces.h"
 #include "platform/foundation/UserInfo.h"
 
 #include <cstddef>
@@ -68,15 +69,24 @@ private:
     using Index = std::vector<std::pair<std::size_t, std::size_t>>;
     using KeyAt = std::function<Item(std::size_t)>;
 
-    [[nodiscard]] Ref requiredEntry(Ref dictionary, std::string_view key, Type type);
-    [[nodiscard]] Ref followed(Ref ref) const;
-    [[nodiscard]] bool isNull(Ref ref) const;
-    [[nodiscard]] Value classedValue(Ref dictionary);
-    [[nodiscard]] Kind kindOfClass(Ref description);
+    /// A value and where its content lies.
+    struct Place {
+        Ref ref;
+        Item item;
+    };
+
+    [[nodiscard]] Place placeOf(Ref ref) const { return {ref, list_.item(ref)}; }
+    [[nodiscard]] Place followed(const Place &place) const;
+    [[nodiscard]] std::optional<Ref> find(const Place &dictionary, std::string_view key);
+    [[nodiscard]] Place requiredEntry(const Place &dictionary, std::string_view key, Type type);
+    [[nodiscard]] Value classedValue(const Place &dictionary);
+    [[nodiscard]] Kind kindOfClass(const Place &description);
     [[nodiscard]] Item keyItem(Ref ref);
-    [[nodiscard]] std::optional<std::size_t> position(Ref container, std::size_t count,
+    [[nodiscard]] std::optional<std::size_t> position(RecentPlaces &recent, const Place &keys,
                                                       std::string_view key, const KeyAt &keyAt);
-    [[nodiscard]] const Index &index(Ref container, std::size_t count, const KeyAt &keyAt);
+    [[nodiscard]] std::optional<std::size_t>
+    indexedPosition(const Place &keys, std::string_view key, const KeyAt &keyAt);
+    [[nodiscard]] const Index &index(const Place &keys, const KeyAt &keyAt);
 
     BinaryPropertyList list_;
     std::size_t workLeft_;
@@ -85,6 +95,10 @@ private:
     Ref top_ = 0;
     std::unordered_map<Ref, Kind> classKinds_;
     std::unordered_map<Ref, Index> indexes_;
+    /// Of the keys of property list dictionaries, which are strings, and of those of archived
+    /// dictionaries, which refer to strings.
+    RecentPlaces places_;
+    RecentPlaces archivedPlaces_;
 };
 
 } // namespace orv::platform

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -112,15 +113,6 @@ void BinaryPropertyList::checkValues() const
         }
         left -= taken;
     }
-}
-
-std::uint64_t BinaryPropertyList::bigEndian(std::size_t offset, std::size_t width) const
-{
-    std::uint64_t value = 0;
-    for (std::size_t i = 0; i < width; ++i) {
-        value = (value << 8U) | bytes_[offset + i];
-    }
-    return value;
 }
 
 BinaryPropertyList::Item BinaryPropertyList::item(Ref ref) const
@@ -304,6 +296,12 @@ BinaryPropertyList::Ref BinaryPropertyList::key(const Item &item, std::size_t in
 BinaryPropertyList::Ref BinaryPropertyList::value(const Item &item, std::size_t index) const
 {
     return reference(item.body + (item.count + index) * refWidth_);
+}
+
+bool BinaryPropertyList::haveSameReferences(const Item &a, const Item &b) const
+{
+    return a.body == b.body ||
+           std::memcmp(bytes_.data() + a.body, bytes_.data() + b.body, a.count * refWidth_) == 0;
 }
 
 } // namespace orv::platform

@@ -2,8 +2,11 @@
 
 #include "platform/foundation/UserInfo.h"
 
+#include <endian.h>
+
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 #include <string>
 #include <string_view>
@@ -67,6 +70,9 @@ public:
     [[nodiscard]] Ref element(const Item &item, std::size_t index) const;
     [[nodiscard]] Ref key(const Item &item, std::size_t index) const;
     [[nodiscard]] Ref value(const Item &item, std::size_t index) const;
+    /// Whether two lists of as many values, or the keys of two dictionaries of as many entries, are
+    /// the same values in the same order.
+    [[nodiscard]] bool haveSameReferences(const Item &a, const Item &b) const;
 
 private:
     void readTrailer();
@@ -74,7 +80,14 @@ private:
     [[nodiscard]] Item itemAt(std::size_t offset) const;
     [[nodiscard]] Item countedItemAt(std::size_t offset) const;
     [[nodiscard]] std::size_t bodyBytes(const Item &item) const;
-    [[nodiscard]] std::uint64_t bigEndian(std::size_t offset, std::size_t width) const;
+    /// `width` is from 1 to 8.
+    [[nodiscard]] std::uint64_t bigEndian(std::size_t offset, std::size_t width) const
+    {
+        // The trailer behind all numbers is long enough to read the widest of them anywhere.
+        std::uint64_t value = 0;
+        std::memcpy(&value, bytes_.data() + offset, sizeof value);
+        return be64toh(value) >> (8U * (sizeof value - width));
+    }
     [[nodiscard]] Ref reference(std::size_t offset) const;
 
     Data bytes_;

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <limits>
 #include <string_view>
 
@@ -219,6 +220,29 @@ TEST(BinaryPropertyList, textsAreComparedInBothEncodings)
     EXPECT_FALSE(list.isText(list.item(ascii), "plaid"));
     EXPECT_TRUE(list.isText(list.item(wide), "größe"));
     EXPECT_FALSE(list.isText(list.item(wide), "grösse"));
+}
+
+TEST(BinaryPropertyList, listsAndKeysAreTheSameOnlyInTheSameOrder)
+{
+    BinaryPropertyListWriter writer;
+    const auto a = writer.addString("a");
+    const auto b = writer.addString("b");
+    const auto list = writer.addArray(std::array{a, b});
+    const auto equal = writer.addArray(std::array{a, b});
+    const auto turned = writer.addArray(std::array{b, a});
+    const auto otherEnd = writer.addArray(std::array{a, a});
+    const auto map = writer.addDictionary(std::array{a, b}, std::array{b, b});
+    const BinaryPropertyList read(writer.finish(list));
+    const auto areSame = [&read](auto left, auto right) {
+        return read.haveSameReferences(read.item(left), read.item(right));
+    };
+
+    EXPECT_TRUE(areSame(list, list));
+    EXPECT_TRUE(areSame(list, equal));
+    EXPECT_FALSE(areSame(list, turned));
+    EXPECT_FALSE(areSame(list, otherEnd));
+    EXPECT_TRUE(areSame(list, map));
+    EXPECT_FALSE(areSame(map, turned));
 }
 
 TEST(BinaryPropertyList, foreignBytesInAnAsciiStringAreRefusedWhenTheyAreRead)

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace orv::platform {
@@ -84,17 +85,10 @@ bool StackKeeper::isCovered() const
     const std::vector<xcb_window_t> ours = ours_();
     const std::vector<xcb_window_t> all = x_.topLevels();
     const auto lowest = std::find_first_of(all.begin(), all.end(), ours.begin(), ours.end());
-    return std::any_of(lowest, all.end(), [this](xcb_window_t window) {
-        return !front_.isOwn(window) && covers(window);
-    });
-}
-
-bool StackKeeper::covers(xcb_window_t window) const
-{
-    const XReply<xcb_get_window_attributes_reply_t> attributes(xcb_get_window_attributes_reply(
-        x_.get(), xcb_get_window_attributes(x_.get(), window), nullptr));
-    return attributes && attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT &&
-           attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    std::vector<xcb_window_t> others;
+    std::copy_if(lowest, all.end(), std::back_inserter(others),
+                 [this](xcb_window_t window) { return !front_.isOwn(window); });
+    return !x_.shownAmong(others).empty();
 }
 
 } // namespace orv::platform

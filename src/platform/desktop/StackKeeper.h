@@ -32,7 +32,6 @@ private:
     void checkLater();
     void check();
     [[nodiscard]] bool isCovered() const;
-    [[nodiscard]] bool covers(xcb_window_t window) const;
 
     const XConnection &x_;
     const FrontWindow &front_;

@@ -134,6 +134,25 @@ std::vector<xcb_window_t> XConnection::topLevels() const
     return {children, children + xcb_query_tree_children_length(tree.get())};
 }
 
+std::vector<xcb_window_t> XConnection::shownAmong(const std::vector<xcb_window_t> &windows) const
+{
+    std::vector<xcb_get_window_attributes_cookie_t> questions;
+    questions.reserve(windows.size());
+    for (const xcb_window_t window : windows) {
+        questions.push_back(xcb_get_window_attributes(connection_, window));
+    }
+    std::vector<xcb_window_t> shown;
+    for (std::size_t i = 0; i < windows.size(); ++i) {
+        const XReply<xcb_get_window_attributes_reply_t> attributes(
+            xcb_get_window_attributes_reply(connection_, questions[i], nullptr));
+        if (attributes && attributes->_class == XCB_WINDOW_CLASS_INPUT_OUTPUT &&
+            attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+            shown.push_back(windows[i]);
+        }
+    }
+    return shown;
+}
+
 xcb_window_t XConnection::topLevelOf(xcb_window_t window) const
 {
     xcb_window_t topLevel = window;

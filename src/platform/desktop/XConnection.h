@@ -50,6 +50,10 @@ public:
     void setNumber(xcb_window_t window, const std::string &property, std::uint32_t value) const;
     /// The top-level windows from the rearmost to the frontmost.
     [[nodiscard]] std::vector<xcb_window_t> topLevels() const;
+    /// Those that draw and are shown, in the same order. All are asked before the first answer is
+    /// awaited.
+    [[nodiscard]] std::vector<xcb_window_t>
+    shownAmong(const std::vector<xcb_window_t> &windows) const;
     /// The top-level window that a window is in, itself when it is one; `XCB_NONE` when it is gone.
     [[nodiscard]] xcb_window_t topLevelOf(xcb_window_t window) const;
     /// Adds event kinds to those that this connection already gets from a window.

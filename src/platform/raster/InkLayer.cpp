@@ -12,8 +12,9 @@ namespace orv::platform {
 
 namespace {
 
-/// Small enough to lie close round a stroke, large enough to copy whole cache lines.
-constexpr int kTileSide = 64;
+/// Small enough to lie close round a stroke, large enough to copy whole cache lines; a page of
+/// memory.
+constexpr int kTileSide = 32;
 constexpr std::size_t kTileBytes = std::size_t{kTileSide} * kTileSide * sizeof(std::uint32_t);
 /// So many undo steps in a row need no repaint after the list was painted as a whole.
 constexpr std::size_t kRememberedThings = 64;

@@ -37,41 +37,44 @@ namespace orv::platform {
 inline void fillBehind(std::uint32_t *pixels, std::size_t count, std::uint32_t color)
 {
     for (std::size_t i = 0; i < count; ++i) {
-        pixels[i] = withBehind(pixels[i], color);
-    }
-}
-
-/// How many of `count` pixels on end, in eights, are covered as `like` says of eight of them.
-inline std::size_t evenlyCovered(const std::uint8_t *coverage, std::size_t count,
-                                 std::uint64_t like)
-{
-    std::size_t found = 0;
-    for (std::uint64_t eight = like; count - found >= sizeof eight; found += sizeof eight) {
-        std::memcpy(&eight, coverage + found, sizeof eight);
-        if (eight != like) {
-            break;
+        // Most of what is drawn on is empty, most of what is drawn hides what lies behind.
+        if (pixels[i] == 0) {
+            pixels[i] = color;
+        } else if (alphaOf(pixels[i]) != 255U) {
+            pixels[i] = withBehind(pixels[i], color);
         }
     }
-    return found;
 }
 
 /// Calls `some(i)` for each of `count` pixels that is covered in part, and `all(i, length)` for
-/// those on end that are covered wholly.
+/// some on end that are covered wholly.
 template <class Some, class All>
 void forEachCovered(const std::uint8_t *coverage, std::size_t count, Some &&some, All &&all)
 {
-    for (std::size_t i = 0; i < count;) {
-        if (coverage[i] == 0) {
-            i += std::max<std::size_t>(1, evenlyCovered(coverage + i, count - i, 0));
-        } else if (coverage[i] == 255U) {
-            const std::size_t length =
-                std::max<std::size_t>(1, evenlyCovered(coverage + i, count - i, ~std::uint64_t{0}));
-            all(i, length);
-            i += length;
-        } else {
+    std::size_t i = 0;
+    const auto one = [&] {
+        if (coverage[i] == 255U) {
+            all(i, 1);
+        } else if (coverage[i] != 0) {
             some(i);
-            ++i;
         }
+        ++i;
+    };
+    for (std::uint64_t eight = 0; count - i >= sizeof eight;) {
+        std::memcpy(&eight, coverage + i, sizeof eight);
+        if (eight == 0 || eight == ~std::uint64_t{0}) {
+            if (eight != 0) {
+                all(i, sizeof eight);
+            }
+            i += sizeof eight;
+            continue;
+        }
+        for (const std::size_t end = i + sizeof eight; i < end;) {
+            one();
+        }
+    }
+    while (i < count) {
+        one();
     }
 }
 

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace orv::platform {
 
@@ -19,6 +20,8 @@ namespace {
 constexpr double kPixelSlack = 1e-6;
 /// Coordinates beyond this stand for "everywhere": they must fit into an int.
 constexpr double kFar = 1e8;
+/// Drawing seldom saves its state deeper.
+constexpr std::size_t kUsualDepth = 8;
 
 bool isUpright(const AffineTransform &transform)
 {
@@ -90,6 +93,13 @@ void fadeRows(QImage &image, std::uint32_t alpha)
 
 } // namespace
 
+void RasterCanvas::Layer::take(QImage made)
+{
+    image = std::move(made);
+    pixels = reinterpret_cast<std::uint32_t *>(image.bits());
+    rowLength = image.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
+}
+
 RasterCanvas::RasterCanvas(const PixelBuffer &target, const PixelGrid &grid,
                            std::optional<PixelRect> clip)
 {
@@ -97,15 +107,16 @@ RasterCanvas::RasterCanvas(const PixelBuffer &target, const PixelGrid &grid,
     RasterState state;
     state.transform = grid.toDevice();
     state.clip = clip ? clip->intersection(whole) : whole;
+    states_.reserve(kUsualDepth);
     states_.push_back(state);
 
     auto base = std::make_unique<Layer>();
     base->area = whole;
     if (!whole.isEmpty()) {
-        base->image = QImage(reinterpret_cast<uchar *>(target.pixels), target.width, target.height,
-                             target.bytesPerRow, QImage::Format_ARGB32_Premultiplied);
+        base->take(QImage(reinterpret_cast<uchar *>(target.pixels), target.width, target.height,
+                          target.bytesPerRow, QImage::Format_ARGB32_Premultiplied));
     } else {
-        base->image = QImage(1, 1, QImage::Format_ARGB32_Premultiplied);
+        base->take(QImage(1, 1, QImage::Format_ARGB32_Premultiplied));
     }
     layers_.push_back(std::move(base));
 }
@@ -207,8 +218,8 @@ std::optional<PixelRect> RasterCanvas::wholePixels(const Rect &rect)
 
 std::uint32_t *RasterCanvas::pixels(int x, int y)
 {
-    const PixelRect &area = layer().area;
-    return reinterpret_cast<std::uint32_t *>(layer().image.scanLine(y - area.y)) + (x - area.x);
+    const Layer &now = layer();
+    return now.pixels + (y - now.area.y) * now.rowLength + (x - now.area.x);
 }
 
 void RasterCanvas::putBehind(const PixelRect &rect, std::uint32_t color)
@@ -299,8 +310,8 @@ void RasterCanvas::beginLayer(std::uint32_t alpha)
     started->area = state().clip;
     started->alpha = alpha;
     started->depth = states_.size();
-    started->image = QImage(std::max(1, started->area.width), std::max(1, started->area.height),
-                            QImage::Format_ARGB32_Premultiplied);
+    started->take(QImage(std::max(1, started->area.width), std::max(1, started->area.height),
+                         QImage::Format_ARGB32_Premultiplied));
     started->image.fill(Qt::transparent);
 
     states_.push_back(states_.back());

@@ -79,6 +79,9 @@ private:
         QImage image;
         /// What the image holds.
         PixelRect area;
+        /// The image's first one, and how many there are from row to row.
+        std::uint32_t *pixels = nullptr;
+        std::ptrdiff_t rowLength = 0;
         std::uint32_t alpha = 255;
         /// How many states there were below it.
         std::size_t depth = 0;
@@ -87,6 +90,8 @@ private:
         /// The clip that the painter has.
         PixelRect paintersClip;
         std::vector<std::shared_ptr<const QPainterPath>> paintersTurnedClips;
+
+        void take(QImage made);
     };
 
     Layer &layer() { return *layers_.back(); }

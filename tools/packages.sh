@@ -3,9 +3,9 @@
 build_packages=(
     ccache cmake g++ libboost-dev libbsd-dev libfmt-dev libjpeg62-turbo-dev libqrencode-dev
     libturbojpeg0-dev libx11-dev libxcb1-dev libxcb-composite0-dev libxcb-damage0-dev
-    libxcb-randr0-dev libxcb-shape0-dev libxcb-shm0-dev libxcb-xfixes0-dev libxcb-xtest0-dev
-    libxkbcommon-dev libxkbcommon-x11-dev ninja-build nlohmann-json3-dev pkg-config qt6-base-dev
-    qt6-svg-dev
+    libxcb-randr0-dev libxcb-shape0-dev libxcb-shm0-dev libxcb-xfixes0-dev libxcb-xinput-dev
+    libxcb-xtest0-dev libxkbcommon-dev libxkbcommon-x11-dev ninja-build nlohmann-json3-dev
+    pkg-config qt6-base-dev qt6-svg-dev
 )
 desktop_packages=(
     fonts-dejavu-core fonts-droid-fallback fonts-urw-base35 hsetroot openbox picom x11-utils

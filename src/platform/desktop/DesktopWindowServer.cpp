@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <QInputDevice>
 
 #include <algorithm>
 #include <iterator>
@@ -11,11 +12,25 @@
 
 namespace orv::platform {
 
+namespace {
+
+bool hasPen()
+{
+    const auto devices = QInputDevice::devices();
+    return std::any_of(devices.begin(), devices.end(), [](const QInputDevice *device) {
+        return device->type() == QInputDevice::DeviceType::Stylus;
+    });
+}
+
+} // namespace
+
 DesktopWindowServer::DesktopWindowServer(const XConnection &x, DesktopMainThread &mainThread,
                                          DesktopDisplays &displays, FrontWindow &front,
                                          std::string applicationClass)
     : x_(x), mainThread_(mainThread), displays_(displays), front_(front),
       applicationClass_(std::move(applicationClass)),
+      pointerLink_(x, mainThread, &hasPen,
+                   [this] { mainThread_.call([this] { displayIfNeeded(); }); }),
       compositor_(x, [this] { mainThread_.call([this] { blendingChanged(); }); }),
       keeper_(
           x, front, mainThread, [this] { return nativeWindows(); },
@@ -64,7 +79,7 @@ bool DesktopWindowServer::isBlended() const
 
 void DesktopWindowServer::drawSoon()
 {
-    if (!std::exchange(drawPending_, true)) {
+    if (!pointerLink_.isTaking() && !std::exchange(drawPending_, true)) {
         mainThread_.callSoon([this] {
             drawPending_ = false;
             displayIfNeeded();

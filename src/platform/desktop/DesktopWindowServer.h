@@ -49,6 +49,7 @@ public:
 private:
     [[nodiscard]] const XConnection &x() const override { return x_; }
     [[nodiscard]] DesktopMainThread &mainThread() override { return mainThread_; }
+    [[nodiscard]] PointerLink &pointerLink() override { return pointerLink_; }
     [[nodiscard]] DeviceSpace deviceSpace() const override { return displays_.deviceSpace(); }
     [[nodiscard]] std::string applicationClass() const override { return applicationClass_; }
     [[nodiscard]] std::int32_t nextEventNumber() override { return ++lastEvent_; }
@@ -77,6 +78,7 @@ private:
     DesktopWindowSurface *key_ = nullptr;
     /// Shown surfaces, the rearmost first.
     std::vector<DesktopWindowSurface *> order_;
+    PointerLink pointerLink_;
     CompositorWatch compositor_;
     StackKeeper keeper_;
 };

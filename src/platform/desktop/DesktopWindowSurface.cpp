@@ -29,6 +29,7 @@ DesktopWindowSurface::~DesktopWindowSurface()
 {
     orderOut();
     host_.takeAway(*this);
+    host_.pointerLink().uncover(nativeWindow());
 }
 
 void DesktopWindowSurface::setFrame(const Rect &frame)
@@ -144,7 +145,7 @@ void DesktopWindowSurface::updateInput()
         shield_.reset();
     } else if (!shield_) {
         PointerReceiver &receiver = *this;
-        shield_.emplace(host_.x(), window_->geometry(), receiver);
+        shield_.emplace(host_.x(), host_.pointerLink(), window_->geometry(), receiver);
         host_.bringToFront(*this);
     }
     // The pointer may rest, and then nothing more is heard of it.
@@ -158,6 +159,7 @@ void DesktopWindowSurface::orderFront()
         createNativeWindow();
     }
     shown_ = true;
+    window_->setHearsPointer(!host_.pointerLink().cover(nativeWindow(), *this));
     displayIfNeeded();
     window_->setVisible(true);
     updateInput();
@@ -300,11 +302,12 @@ void DesktopWindowSurface::pointer(const PointerInput &input)
 
 void DesktopWindowSurface::key(const KeyInput &input)
 {
+    host_.pointerLink().meet(input.moment);
     Event event;
-    event.type = input.down ? EventType::keyDown : EventType::keyUp;
+    event.type = input.moment.down ? EventType::keyDown : EventType::keyUp;
     const std::uint64_t flag = modifierOfKey(input.virtualKey);
     // The caps lock changes when it goes down, and keys that are held change nothing more.
-    if (flag != 0 && (input.isRepeat || (flag == modifier::capsLock && !input.down))) {
+    if (flag != 0 && (input.isRepeat || (flag == modifier::capsLock && !input.moment.down))) {
         return;
     }
     if (flag != 0) {

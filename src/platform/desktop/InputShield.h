@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/PointerInput.h"
+#include "platform/desktop/PointerLink.h"
 #include "platform/desktop/XConnection.h"
 
 #include <QAbstractNativeEventFilter>
@@ -19,9 +20,10 @@ namespace orv::platform {
 /// Thread   main thread only.
 class InputShield final : public QAbstractNativeEventFilter {
 public:
-    /// Not shown. `receiver` outlives it, gets positions relative to the shield's top left corner,
-    /// and may destroy the shield at each.
-    InputShield(const XConnection &x, const QRect &frame, PointerReceiver &receiver);
+    /// Not shown. What it borrows outlives it. `receiver` gets positions relative to the shield's
+    /// top left corner, and may destroy the shield at each.
+    InputShield(const XConnection &x, PointerLink &link, const QRect &frame,
+                PointerReceiver &receiver);
     ~InputShield() override;
     InputShield(const InputShield &) = delete;
     InputShield &operator=(const InputShield &) = delete;
@@ -35,10 +37,8 @@ public:
     bool nativeEventFilter(const QByteArray &eventType, void *message, qintptr *result) override;
 
 private:
-    /// Whether it was this one.
-    bool entered(const xcb_enter_notify_event_t &event);
-
     const XConnection &x_;
+    PointerLink &link_;
     PointerReceiver &receiver_;
     xcb_window_t window_;
     std::unique_ptr<QWindow> cursorWindow_;

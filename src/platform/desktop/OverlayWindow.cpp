@@ -55,7 +55,7 @@ void OverlayWindow::pointer(PointerInput::Action action, const QSinglePointEvent
 {
     const bool isMove = action == PointerInput::Action::move;
     const bool isKnown = event.button() == Qt::LeftButton || event.button() == Qt::RightButton;
-    if (client_ == nullptr || (!isMove && !isKnown)) {
+    if (client_ == nullptr || !hearsPointer_ || (!isMove && !isKnown)) {
         return;
     }
     PointerInput input;
@@ -110,7 +110,8 @@ void OverlayWindow::key(const QKeyEvent &event, bool down)
         return;
     }
     KeyInput input;
-    input.down = down;
+    input.moment = {down, static_cast<std::uint8_t>(event.nativeScanCode()),
+                    static_cast<std::uint32_t>(event.timestamp())};
     input.isRepeat = event.isAutoRepeat();
     input.virtualKey = virtualKey(event.nativeVirtualKey(), event.nativeScanCode());
     input.modifierFlags = flagsAfter(event, input.virtualKey, down);
@@ -144,7 +145,7 @@ void OverlayWindow::focusOutEvent(QFocusEvent * /*event*/)
 
 bool OverlayWindow::event(QEvent *event)
 {
-    if (client_ != nullptr && event->type() == QEvent::Enter) {
+    if (client_ != nullptr && hearsPointer_ && event->type() == QEvent::Enter) {
         client_->pointerEntered(static_cast<const QEnterEvent *>(event)->position());
     }
     return QWindow::event(event);

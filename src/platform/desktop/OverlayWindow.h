@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/desktop/PointerInput.h"
+#include "platform/desktop/PointerLink.h"
 
 #include <QRegion>
 #include <QWindow>
@@ -14,7 +15,7 @@ namespace orv::platform {
 
 /// One key going down or up while a window of ours has the keyboard.
 struct KeyInput {
-    bool down = false;
+    KeyMoment moment;
     bool isRepeat = false;
     std::uint16_t virtualKey = 0;
     /// After this step, with the flags of the key itself.
@@ -44,6 +45,8 @@ public:
 
     /// Nothing is told any more: the client goes before the window does.
     void detach() { client_ = nullptr; }
+    /// Whether the toolkit's word of the pointer is handed on.
+    void setHearsPointer(bool hears) { hearsPointer_ = hears; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -62,6 +65,7 @@ private:
     void key(const QKeyEvent &event, bool down);
 
     OverlayWindowClient *client_;
+    bool hearsPointer_ = true;
 };
 
 } // namespace orv::platform

@@ -2,6 +2,8 @@
 
 #include "platform/desktop/DesktopMainThread.h"
 #include "platform/desktop/DeviceSpace.h"
+#include "platform/desktop/PointerLink.h"
+#include "platform/desktop/XConnection.h"
 #include "platform/desktop/XConnection.h"
 
 #include <cstdint>
@@ -16,6 +18,7 @@ class SurfaceHost {
 public:
     [[nodiscard]] virtual const XConnection &x() const = 0;
     [[nodiscard]] virtual DesktopMainThread &mainThread() = 0;
+    [[nodiscard]] virtual PointerLink &pointerLink() = 0;
     [[nodiscard]] virtual DeviceSpace deviceSpace() const = 0;
     /// Whether a compositor blends windows by their alpha.
     [[nodiscard]] virtual bool isBlended() const = 0;

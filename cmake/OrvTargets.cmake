@@ -25,6 +25,10 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LES
     # It takes two doubles at once and forgets that both were to be rounded to floats.
     add_compile_options(-fno-tree-slp-vectorize)
 endif()
+if(ORV_SANITIZE OR CMAKE_BUILD_TYPE STREQUAL RelWithDebInfo)
+    # Functions and lines, as reports name them; all that a debugger shows takes a quarter of the time.
+    add_compile_options(-g1)
+endif()
 if(ORV_SANITIZE)
     add_compile_options(-fsanitize=${ORV_SANITIZE} -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${ORV_SANITIZE})
@@ -49,6 +53,26 @@ if(ORV_PCH)
     endif()
 endif()
 
+# Most of the time that a source takes goes into what others of its folder need as well: headers and
+# what becomes of their templates. So the sanitized builds compile eight sources as one. Functions and
+# constants of their own must then have different names (tools/check_names.py holds that). The other
+# builds and clang-tidy read each source by itself.
+set(CMAKE_UNITY_BUILD ${ORV_UNITY})
+set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+
+# orv_compile_alone(SOURCE ...): sources of the current folder that share such a name with another, or
+# whose classes use types of an unnamed namespace, which the compiler takes for those of a header.
+function(orv_compile_alone)
+    set_source_files_properties(${ARGN} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+endfunction()
+
+# orv_precompile(TARGET KIND): it uses the precompiled header of this kind, `library` or `test`.
+function(orv_precompile target kind)
+    if(ORV_PCH)
+        target_precompile_headers(${target} REUSE_FROM orv_${kind}_pch)
+    endif()
+endfunction()
+
 # orv_library(NAME [LIBRARIES ...]): the sources of the current folder, not of those below it.
 # A folder of headers only becomes an INTERFACE library.
 function(orv_library name)
@@ -59,9 +83,7 @@ function(orv_library name)
         add_library(${name} STATIC ${sources} ${headers})
         set(visibility PUBLIC)
         set_property(GLOBAL APPEND PROPERTY ORV_LIBRARIES ${name})
-        if(ORV_PCH)
-            target_precompile_headers(${name} REUSE_FROM orv_library_pch)
-        endif()
+        orv_precompile(${name} library)
     else()
         add_library(${name} INTERFACE)
         set(visibility INTERFACE)
@@ -71,19 +93,23 @@ function(orv_library name)
     target_link_libraries(${name} ${visibility} ${ARG_LIBRARIES})
 endfunction()
 
-# orv_test(NAME LIBRARIES ... [LABELS ...]): one program of all sources of the current folder.
-# The target tests_LABEL builds every program that has the label.
-function(orv_test name)
-    cmake_parse_arguments(ARG "" "" "LIBRARIES;LABELS" ${ARGN})
+# orv_test_program(NAME LIBRARIES ...): of all sources of the current folder, for tests to run.
+function(orv_test_program name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES" ${ARGN})
     file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp
          ${CMAKE_CURRENT_SOURCE_DIR}/*.h)
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} GTest::gmock GTest::gtest GTest::gtest_main)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    orv_precompile(${name} test)
+endfunction()
+
+# orv_test(NAME LIBRARIES ... [LABELS ...]): such a program that is a test as it is.
+# The target tests_LABEL builds every program that has the label.
+function(orv_test name)
+    cmake_parse_arguments(ARG "" "" "LIBRARIES;LABELS" ${ARGN})
+    orv_test_program(${name} LIBRARIES ${ARG_LIBRARIES})
     orv_use_resources(${name})
-    if(ORV_PCH)
-        target_precompile_headers(${name} REUSE_FROM orv_test_pch)
-    endif()
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES TIMEOUT 300)
     if(ARG_LABELS)

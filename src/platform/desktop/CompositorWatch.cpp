@@ -9,12 +9,6 @@
 
 namespace orv::platform {
 
-namespace {
-
-constexpr std::uint8_t kSentEvent = 0x80;
-
-} // namespace
-
 CompositorWatch::CompositorWatch(const XConnection &x, std::function<void()> changed)
     : changed_(std::move(changed)),
       selection_(x.atom(fmt::format("_NET_WM_CM_S{}", x.screenNumber())))
@@ -47,7 +41,7 @@ bool CompositorWatch::nativeEventFilter(const QByteArray & /*eventType*/, void *
                                         qintptr * /*result*/)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    if (selectionEvent_ == 0 || (event->response_type & ~kSentEvent) != selectionEvent_) {
+    if (selectionEvent_ == 0 || kindOf(*event) != selectionEvent_) {
         return false;
     }
     const auto *notice = static_cast<const xcb_xfixes_selection_notify_event_t *>(message);

@@ -1,10 +1,11 @@
 #include "platform/desktop/CorePointer.h"
 
+#include "platform/desktop/XConnection.h"
+
 namespace orv::platform::core_pointer {
 
 namespace {
 
-constexpr std::uint8_t kSentEvent = 0x80;
 constexpr std::uint8_t kLeftButton = 1;
 constexpr std::uint8_t kRightButton = 3;
 
@@ -37,14 +38,9 @@ std::optional<PointerInput> inputOf(const xcb_button_press_event_t &event, std::
 
 } // namespace
 
-std::uint8_t typeOf(const xcb_generic_event_t &event)
-{
-    return event.response_type & static_cast<std::uint8_t>(~kSentEvent);
-}
-
 std::optional<xcb_window_t> windowOf(const xcb_generic_event_t &event)
 {
-    switch (typeOf(event)) {
+    switch (kindOf(event)) {
     case XCB_ENTER_NOTIFY:
         return reinterpret_cast<const xcb_enter_notify_event_t &>(event).event;
     case XCB_BUTTON_PRESS:
@@ -58,7 +54,7 @@ std::optional<xcb_window_t> windowOf(const xcb_generic_event_t &event)
 
 void handOn(const xcb_generic_event_t &event, PointerReceiver &receiver)
 {
-    const std::uint8_t type = typeOf(event);
+    const std::uint8_t type = kindOf(event);
     if (type == XCB_ENTER_NOTIFY) {
         const auto &entered = reinterpret_cast<const xcb_enter_notify_event_t &>(event);
         receiver.pointerEntered(QPointF(entered.event_x, entered.event_y));

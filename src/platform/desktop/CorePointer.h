@@ -13,8 +13,6 @@ namespace orv::platform::core_pointer {
 constexpr std::uint32_t events = XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE |
                                  XCB_EVENT_MASK_POINTER_MOTION | XCB_EVENT_MASK_ENTER_WINDOW;
 
-/// What kind it is, sent by a client or not.
-[[nodiscard]] std::uint8_t typeOf(const xcb_generic_event_t &event);
 /// The window that such an event is for; nothing for events of other kinds.
 [[nodiscard]] std::optional<xcb_window_t> windowOf(const xcb_generic_event_t &event);
 /// Tells the receiver of such an event; buttons other than left and right make no input.

@@ -23,7 +23,7 @@ std::uint32_t timeOf(const xcb_generic_event_t &event)
 
 bool isKeyPress(const xcb_generic_event_t &event)
 {
-    return core_pointer::typeOf(event) == XCB_KEY_PRESS;
+    return kindOf(event) == XCB_KEY_PRESS;
 }
 
 bool isSame(const xcb_generic_event_t &event, const KeyMoment &key)

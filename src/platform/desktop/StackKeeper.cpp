@@ -10,7 +10,6 @@ namespace orv::platform {
 
 namespace {
 
-constexpr std::uint8_t kSentEvent = 0x80;
 constexpr double kShortestDelay = 0.05;
 constexpr double kLongestDelay = 10.0;
 /// A restack that does not hold this many delays was contested.
@@ -19,7 +18,7 @@ constexpr double kPeace = 4.0;
 xcb_window_t changedWindow(const void *message)
 {
     const auto *event = static_cast<const xcb_generic_event_t *>(message);
-    switch (event->response_type & ~kSentEvent) {
+    switch (kindOf(*event)) {
     case XCB_MAP_NOTIFY:
         return static_cast<const xcb_map_notify_event_t *>(message)->window;
     case XCB_CONFIGURE_NOTIFY:

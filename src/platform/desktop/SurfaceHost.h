@@ -4,7 +4,6 @@
 #include "platform/desktop/DeviceSpace.h"
 #include "platform/desktop/PointerLink.h"
 #include "platform/desktop/XConnection.h"
-#include "platform/desktop/XConnection.h"
 
 #include <cstdint>
 #include <string>

@@ -18,6 +18,13 @@ struct XReplyDeleter {
 /// A reply of the X server, freed at its end; null when the request failed.
 template <class T> using XReply = std::unique_ptr<T, XReplyDeleter>;
 
+/// What kind of event it is, whether the X server or another program sent it.
+[[nodiscard]] inline std::uint8_t kindOf(const xcb_generic_event_t &event)
+{
+    constexpr std::uint8_t kKindBits = 0x7F;
+    return event.response_type & kKindBits;
+}
+
 /// The application's connection to the X server, with the few questions that several ask of it.
 ///
 /// Owner    borrows the connection of the GUI application, which outlives it.

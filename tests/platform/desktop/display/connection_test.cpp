@@ -14,7 +14,7 @@ namespace orv::platform::test {
 
 namespace {
 
-constexpr std::uint32_t kGreen = 0x00ff00;
+constexpr std::uint32_t kGround = 0x00ff00;
 const QRect kFrame(200, 200, 100, 100);
 
 /// Ours, shown, for input alone.
@@ -38,10 +38,10 @@ protected:
 TEST_F(AnyDisplayWindows, areShownWhileTheyAreMappedAndDraw)
 {
     const XConnection &x = ports().x();
-    const xcb_window_t first = others.show(kFrame, kGreen);
-    const xcb_window_t hidden = others.show(kFrame, kGreen);
-    const xcb_window_t gone = others.show(kFrame, kGreen);
-    const xcb_window_t second = others.show(kFrame, kGreen);
+    const xcb_window_t first = others.show(kFrame, kGround);
+    const xcb_window_t hidden = others.show(kFrame, kGround);
+    const xcb_window_t gone = others.show(kFrame, kGround);
+    const xcb_window_t second = others.show(kFrame, kGround);
     const xcb_window_t inputOnly = showInputOnlyWindow(x);
     others.hide(hidden);
     others.destroy(gone);
@@ -56,7 +56,7 @@ TEST_F(AnyDisplayWindows, areAllAskedAboutBeforeAnAnswerIsAwaited)
 {
     constexpr std::size_t kQuestions = 100;
     const XConnection &x = ports().x();
-    const std::vector<xcb_window_t> windows(kQuestions, others.show(kFrame, kGreen));
+    const std::vector<xcb_window_t> windows(kQuestions, others.show(kFrame, kGround));
     x.flush();
     client.grabServer();
 

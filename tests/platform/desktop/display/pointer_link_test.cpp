@@ -8,12 +8,16 @@
 
 #include <algorithm>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <utility>
 #include <vector>
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
+#include <QEnterEvent>
+#include <QGuiApplication>
+#include <QWindow>
 
 namespace orv::platform::test {
 
@@ -283,6 +287,27 @@ TEST_F(AnyDisplayPointer, keepsTheOrderOfKeysAndClicks)
     for (std::size_t i = 0; i < downs.size(); ++i) {
         EXPECT_EQ(downs[i], i % 2 == 0 ? EventType::keyDown : EventType::leftMouseDown) << i;
     }
+}
+
+TEST_F(AnyDisplayPointer, isWhereItWasLastSeenWhateverTheToolkitStillTells)
+{
+    InkWindow overlay(kWholeScreen);
+    const auto look = std::make_shared<Image>(8, 8);
+    overlay.surface().setCursorRects({{Rect::make(0, 0, 1000, kScreenHeight), look, {}}});
+    overlay.surface().orderFront();
+    client.movePointer(500, 500);
+    ASSERT_TRUE(pumpUntil([&] { return client.pointerLook().width == look->width(); }));
+    const auto windows = QGuiApplication::allWindows();
+    const auto window = std::find_if(windows.begin(), windows.end(), [&overlay](QWindow *one) {
+        return one->handle() != nullptr && one->winId() == overlay.nativeWindow();
+    });
+    ASSERT_NE(window, windows.end());
+
+    const QPointF stale(1500, 500);
+    QEnterEvent entered(stale, stale, stale);
+    QCoreApplication::sendEvent(*window, &entered);
+
+    EXPECT_EQ(client.pointerLook().width, look->width());
 }
 
 TEST_F(AnyDisplayPointer, costsTheToolkitNothing)

@@ -108,7 +108,8 @@ bool PointerLink::cover(xcb_window_t window, PointerReceiver &receiver)
     xcb_map_window(link, cover);
     const std::array<std::uint32_t, 1> keys{XCB_EVENT_MASK_KEY_PRESS};
     xcb_change_window_attributes(link, window, XCB_CW_EVENT_MASK, keys.data());
-    xcb_flush(link);
+    // Or input that another program sends next would come upon nobody.
+    waitForServer();
     takeSoon();
     covers_.emplace(window, Cover{cover, &receiver, std::move(toolkits)});
     return true;
@@ -127,6 +128,12 @@ void PointerLink::uncover(xcb_window_t window)
     takeSoon();
     select(window, found->second.toolkits);
     covers_.erase(found);
+}
+
+void PointerLink::waitForServer() const
+{
+    const XReply<xcb_get_input_focus_reply_t> answer(xcb_get_input_focus_reply(
+        connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
 }
 
 void PointerLink::takeSoon()
@@ -202,8 +209,7 @@ void PointerLink::meet(const KeyMoment &key)
         return;
     }
     // By its answer the server has sent us whatever came before the key.
-    const XReply<xcb_get_input_focus_reply_t> answer(xcb_get_input_focus_reply(
-        connection_.get(), xcb_get_input_focus(connection_.get()), nullptr));
+    waitForServer();
     read();
     while (isDueBefore(key)) {
         const XEvent event = std::move(waiting_.front());

@@ -76,6 +76,7 @@ private:
 
     void take();
     void takeSoon();
+    void waitForServer() const;
     void read();
     void handOnUpToKey();
     [[nodiscard]] bool isDueBefore(const KeyMoment &key) const;

@@ -8,16 +8,36 @@
 
 namespace orv::platform {
 
+namespace {
+
+/// What a frame or a thing has as a rule, so that taking it down need not ask for memory again and
+/// again.
+constexpr std::size_t kUsualCalls = 16;
+constexpr std::size_t kUsualMarks = 4;
+constexpr std::size_t kUsualNesting = 6;
+
+} // namespace
+
 DrawingRecorder::DrawingRecorder(const PixelGrid &grid, ListKeeper keepsList)
-    : grid_(grid), keepsList_(std::move(keepsList)), states_(1)
+    : grid_(grid), keepsList_(std::move(keepsList))
 {
+    reserve();
+    states_.emplace_back();
     states_.back().toDevice = grid.toDevice();
     states_.back().visible = {0, 0, grid.pixelWidth(), grid.pixelHeight()};
 }
 
-DrawingRecorder::DrawingRecorder(const PixelGrid &grid, const drawing::State &state)
-    : grid_(grid), states_(1, state)
+DrawingRecorder::DrawingRecorder(const PixelGrid &grid, const drawing::State &state) : grid_(grid)
 {
+    reserve();
+    states_.push_back(state);
+}
+
+void DrawingRecorder::reserve()
+{
+    record_.calls.reserve(kUsualCalls);
+    record_.marks.reserve(kUsualMarks);
+    states_.reserve(kUsualNesting);
 }
 
 template <class Call> void DrawingRecorder::mark(Call &&call)

@@ -63,6 +63,8 @@ private:
     }
     template <class Call> void mark(Call &&call);
 
+    void reserve();
+
     PixelGrid grid_;
     ListKeeper keepsList_;
     DrawingRecord record_;

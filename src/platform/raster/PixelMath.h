@@ -51,30 +51,28 @@ inline void fillBehind(std::uint32_t *pixels, std::size_t count, std::uint32_t c
 template <class Some, class All>
 void forEachCovered(const std::uint8_t *coverage, std::size_t count, Some &&some, All &&all)
 {
-    std::size_t i = 0;
-    const auto one = [&] {
+    const auto one = [&](std::size_t i) {
         if (coverage[i] == 255U) {
-            all(i, 1);
+            all(i, std::size_t{1});
         } else if (coverage[i] != 0) {
             some(i);
         }
-        ++i;
     };
-    for (std::uint64_t eight = 0; count - i >= sizeof eight;) {
-        std::memcpy(&eight, coverage + i, sizeof eight);
-        if (eight == 0 || eight == ~std::uint64_t{0}) {
-            if (eight != 0) {
-                all(i, sizeof eight);
+    constexpr std::size_t kStep = sizeof(std::uint64_t);
+    std::size_t first = 0;
+    for (; count - first >= kStep; first += kStep) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, coverage + first, kStep);
+        if (eight == ~std::uint64_t{0}) {
+            all(first, kStep);
+        } else if (eight != 0) {
+            for (std::size_t i = first; i < first + kStep; ++i) {
+                one(i);
             }
-            i += sizeof eight;
-            continue;
-        }
-        for (const std::size_t end = i + sizeof eight; i < end;) {
-            one();
         }
     }
-    while (i < count) {
-        one();
+    for (; first < count; ++first) {
+        one(first);
     }
 }
 

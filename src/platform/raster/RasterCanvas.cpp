@@ -22,6 +22,7 @@ constexpr double kPixelSlack = 1e-6;
 constexpr double kFar = 1e8;
 /// Drawing seldom saves its state deeper.
 constexpr std::size_t kUsualDepth = 8;
+constexpr QImage::Format kPixels = QImage::Format_ARGB32_Premultiplied;
 
 bool isUpright(const AffineTransform &transform)
 {
@@ -93,11 +94,17 @@ void fadeRows(QImage &image, std::uint32_t alpha)
 
 } // namespace
 
-void RasterCanvas::Layer::take(QImage made)
+void RasterCanvas::Layer::beginPainter()
 {
-    image = std::move(made);
-    pixels = reinterpret_cast<std::uint32_t *>(image.bits());
-    rowLength = image.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
+    if (image.isNull() && area.isEmpty()) {
+        image = QImage(1, 1, kPixels);
+    } else if (image.isNull()) {
+        image = QImage(reinterpret_cast<uchar *>(pixels), area.width, area.height,
+                       rowLength * static_cast<std::ptrdiff_t>(sizeof(std::uint32_t)), kPixels);
+    }
+    painter.emplace(&image);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setRenderHint(QPainter::TextAntialiasing);
 }
 
 RasterCanvas::RasterCanvas(const PixelBuffer &target, const PixelGrid &grid,
@@ -112,12 +119,8 @@ RasterCanvas::RasterCanvas(const PixelBuffer &target, const PixelGrid &grid,
 
     auto base = std::make_unique<Layer>();
     base->area = whole;
-    if (!whole.isEmpty()) {
-        base->take(QImage(reinterpret_cast<uchar *>(target.pixels), target.width, target.height,
-                          target.bytesPerRow, QImage::Format_ARGB32_Premultiplied));
-    } else {
-        base->take(QImage(1, 1, QImage::Format_ARGB32_Premultiplied));
-    }
+    base->pixels = target.pixels;
+    base->rowLength = target.bytesPerRow / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
     layers_.push_back(std::move(base));
 }
 
@@ -168,16 +171,14 @@ void RasterCanvas::fitClip()
 {
     Layer &target = layer();
     const RasterState &now = state();
-    if (target.painter.isActive() && target.paintersClip == now.clip &&
+    if (target.painter && target.paintersClip == now.clip &&
         target.paintersTurnedClips == now.turnedClips) {
         return;
     }
-    QPainter &painter = target.painter;
-    if (!painter.isActive()) {
-        painter.begin(&target.image);
-        painter.setRenderHint(QPainter::Antialiasing);
-        painter.setRenderHint(QPainter::TextAntialiasing);
+    if (!target.painter) {
+        target.beginPainter();
     }
+    QPainter &painter = *target.painter;
     painter.resetTransform();
     painter.setClipRect(toolkitRect(now.clip).translated(-target.area.x, -target.area.y));
     for (const auto &turned : now.turnedClips) {
@@ -190,7 +191,7 @@ void RasterCanvas::fitClip()
 QPainter &RasterCanvas::painter(QPainter::CompositionMode mode, const AffineTransform &toDevice)
 {
     fitClip();
-    QPainter &painter = layer().painter;
+    QPainter &painter = *layer().painter;
     painter.setTransform(painterTransform(shifted(toDevice, layer().area)));
     painter.setCompositionMode(mode);
     return painter;
@@ -310,9 +311,12 @@ void RasterCanvas::beginLayer(std::uint32_t alpha)
     started->area = state().clip;
     started->alpha = alpha;
     started->depth = states_.size();
-    started->take(QImage(std::max(1, started->area.width), std::max(1, started->area.height),
-                         QImage::Format_ARGB32_Premultiplied));
+    started->image =
+        QImage(std::max(1, started->area.width), std::max(1, started->area.height), kPixels);
     started->image.fill(Qt::transparent);
+    started->pixels = reinterpret_cast<std::uint32_t *>(started->image.bits());
+    started->rowLength =
+        started->image.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
 
     states_.push_back(states_.back());
     state().turnedClips.clear();
@@ -329,9 +333,7 @@ void RasterCanvas::endLayer()
     states_.pop_back();
     const std::unique_ptr<Layer> ended = std::move(layers_.back());
     layers_.pop_back();
-    if (ended->painter.isActive()) {
-        ended->painter.end();
-    }
+    ended->painter.reset();
     fadeRows(ended->image, ended->alpha);
     painter(QPainter::CompositionMode_SourceOver, AffineTransform{})
         .drawImage(QPoint(ended->area.x, ended->area.y), ended->image);

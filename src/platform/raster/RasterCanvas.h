@@ -76,22 +76,23 @@ public:
 
 private:
     struct Layer {
-        QImage image;
-        /// What the image holds.
+        /// What it has pixels for.
         PixelRect area;
-        /// The image's first one, and how many there are from row to row.
+        /// The first one, and how many there are from row to row.
         std::uint32_t *pixels = nullptr;
         std::ptrdiff_t rowLength = 0;
         std::uint32_t alpha = 255;
         /// How many states there were below it.
         std::size_t depth = 0;
-        /// Begun by the first thing that is painted with it: strokes need none.
-        QPainter painter;
+        /// The pixels as the toolkit sees them. It and the painter are made for the first thing
+        /// that the toolkit paints: strokes need neither.
+        QImage image;
+        std::optional<QPainter> painter;
         /// The clip that the painter has.
         PixelRect paintersClip;
         std::vector<std::shared_ptr<const QPainterPath>> paintersTurnedClips;
 
-        void take(QImage made);
+        void beginPainter();
     };
 
     Layer &layer() { return *layers_.back(); }

@@ -2,6 +2,9 @@
 
 #include "platform/desktop/CorePointer.h"
 
+#include <QCoreApplication>
+#include <QEvent>
+
 #include <xcb/xinput.h>
 
 #include <algorithm>
@@ -139,8 +142,7 @@ void PointerLink::waitForServer() const
 void PointerLink::takeSoon()
 {
     // Whoever writes to the connection may read what has come, and then the socket is silent of it.
-    QMetaObject::invokeMethod(
-        &*notifier_, [this] { take(); }, Qt::QueuedConnection);
+    QCoreApplication::postEvent(&*notifier_, new QEvent(QEvent::SockAct));
 }
 
 void PointerLink::take()

@@ -1,29 +1,64 @@
 // A host as small as can be: opens annotation mode with a pen on the desktop.
 //
-//   ink_host STROKES
+//   ink_host STROKES [--records]
 //
-// Draws so many strokes by a client's records, prints "ready" and then draws by the mouse of this
-// machine until a signal ends it.
+// Draws so many strokes by a client's records and prints "ready"; then it draws by the mouse of
+// this machine until a signal ends it. With --records it prints a port beside that word, and draws
+// by the records of one client that connects there.
 
 #include "InkRecords.h"
 
 #include <OrvAnnotation/AnnotationController.h>
 #include <OrvAnnotation/DesktopPlatform.h>
 
+#include <boost/asio/ip/tcp.hpp>
+#include <boost/asio/read.hpp>
+
 #include <cstring>
 #include <exception>
 #include <iostream>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <thread>
 
 namespace {
 
+namespace asio = boost::asio;
 namespace ink_records = orv::bench::ink_records;
 
 constexpr std::uint32_t kAnswer = 0x8000;
 
+/// Hands on what one client sends, on a thread that lives as long as the process.
+class RecordPort {
+public:
+    explicit RecordPort(orv::AnnotationController &controller)
+        : door_(network_, {asio::ip::address_v4::loopback(), 0})
+    {
+        std::thread([this, &controller] { serve(controller); }).detach();
+    }
+
+    [[nodiscard]] std::uint16_t number() const { return door_.local_endpoint().port(); }
+
+private:
+    void serve(orv::AnnotationController &controller)
+    {
+        asio::ip::tcp::socket client = door_.accept();
+        orv::stCommand_mgs record;
+        boost::system::error_code error;
+        while (asio::read(client, asio::buffer(&record, sizeof record), error) == sizeof record) {
+            controller.CommandClient2App(record);
+        }
+    }
+
+    asio::io_context network_;
+    asio::ip::tcp::acceptor door_;
+};
+
 struct Host {
     orv::DesktopPlatform platform{{}};
     orv::AnnotationController controller;
+    std::optional<RecordPort> port;
     unsigned wanted = 0;
     bool isOpen = false;
     bool isReady = false;
@@ -47,7 +82,13 @@ struct Host {
     {
         isReady = true;
         controller.CommandClient2App(ink_records::pen(0xFF, 0, 0));
-        platform.post([] { std::cout << "ready" << std::endl; });
+        platform.post([this] {
+            std::cout << "ready";
+            if (port) {
+                std::cout << ' ' << port->number();
+            }
+            std::cout << std::endl;
+        });
     }
 
     void told(const orv::stCommand_mgs &record)
@@ -78,13 +119,17 @@ int take(const void *bytes, std::size_t length, std::uint32_t /*pluginID*/)
 
 int main(int argc, char **argv)
 try {
-    if (argc != 2) {
-        std::cerr << "usage: ink_host STROKES\n";
+    const bool byRecords = argc == 3 && std::string_view(argv[2]) == "--records";
+    if (argc != 2 && !byRecords) {
+        std::cerr << "usage: ink_host STROKES [--records]\n";
         return 2;
     }
     Host host;
     host.wanted = static_cast<unsigned>(std::stoul(argv[1]));
     running = &host;
+    if (byRecords) {
+        host.port.emplace(host.controller);
+    }
     const auto display = host.platform.mainDisplay();
     host.controller.SetClientCommandCHSender(take);
     host.controller.SetActiveOpt(0, ink_records::plugin);

@@ -1,16 +1,19 @@
 // Draws on a program that shows ink and tells how soon the ink is on the screen, and what it costs.
 //
-//   ink_latency [--area X Y WIDTH HEIGHT] [--strokes N] [--remote PORT CODE SETTLED] PROCESS
+//   ink_latency [--area X Y WIDTH HEIGHT] [--strokes N]
+//               [--records PORT | --remote PORT CODE SETTLED] PROCESS
 //
-// By the mouse of the X server or, with --remote, by records to a streamer on which SETTLED strokes
-// are drawn first. Prints one line of JSON: the milliseconds from each motion to its first changed
-// pixel, the motions of which nothing was seen, the part of quick motions that is in the ink, and
-// the microseconds of processor time a motion for the PROCESS, the X server and the compositor.
+// By the mouse of the X server, or by records to a host's port, or to a streamer's, on which
+// SETTLED strokes are drawn first. Prints one line of JSON: the milliseconds from each motion to
+// its first changed pixel, the motions of which nothing was seen, the part of quick motions that is
+// in the ink, and the microseconds of processor time a motion for the PROCESS, the X server and the
+// compositor.
 
 #include "InkLatency.h"
 #include "MousePointer.h"
 #include "ProcessorTime.h"
 #include "RecordPointer.h"
+#include "SocketPointer.h"
 
 #include <nlohmann/json.hpp>
 
@@ -52,7 +55,8 @@ public:
 struct Options {
     InkArea area{40, 40, 1840, 1000};
     int strokes = 20;
-    std::optional<std::uint16_t> port;
+    std::optional<std::uint16_t> hostsPort;
+    std::optional<std::uint16_t> streamersPort;
     std::string pairingCode;
     unsigned settled = 0;
     pid_t process = 0;
@@ -101,8 +105,10 @@ Options readOptions(Words words)
             }
         } else if (word == "--strokes") {
             options.strokes = ahead.number<int>();
+        } else if (word == "--records") {
+            options.hostsPort = ahead.number<std::uint16_t>();
         } else if (word == "--remote") {
-            options.port = ahead.number<std::uint16_t>();
+            options.streamersPort = ahead.number<std::uint16_t>();
             options.pairingCode = ahead.text();
             options.settled = ahead.number<unsigned>();
         } else {
@@ -173,10 +179,14 @@ std::vector<pid_t> processesOf(const Options &options)
 
 std::unique_ptr<InkPointer> makePointer(const Options &options)
 {
-    if (!options.port) {
+    if (options.hostsPort) {
+        return std::make_unique<orv::bench::SocketPointer>(*options.hostsPort);
+    }
+    if (!options.streamersPort) {
         return std::make_unique<orv::bench::MousePointer>();
     }
-    auto pointer = std::make_unique<orv::bench::RecordPointer>(*options.port, options.pairingCode);
+    auto pointer =
+        std::make_unique<orv::bench::RecordPointer>(*options.streamersPort, options.pairingCode);
     pointer->prepare(options.settled);
     return pointer;
 }

@@ -18,8 +18,8 @@ import tempfile
 import time
 from pathlib import Path
 
-ROUNDS = 2
-STROKES_A_ROUND = 11
+ROUNDS = 6
+STROKES_A_ROUND = 4
 START_SECONDS = 120
 MEASURE_SECONDS = 300
 SETTLED = 1000
@@ -134,6 +134,11 @@ class Bench:
             return self.measure(process)
 
     def records(self, home, strokes):
+        with started(home, self.program("ink_host"), str(strokes), "--records") as process:
+            port = line_like(process, r"ready (\d+)\n")[1]
+            return self.measure(process, "--records", port)
+
+    def streamer(self, home, strokes):
         streamer = str(self.build / "apps" / "orvane-streamer" / "orvane-streamer")
         with started(home, streamer, "--port", "0") as process:
             address = line_like(process, r"http://127\.0\.0\.1:(\d+)/\?code=(\w+)")
@@ -157,10 +162,13 @@ class Bench:
             "floor": ("raw X client", self.floor),
             "mouse": ("library, mouse, empty canvas", lambda home: self.mouse(home, 0)),
             "mouse1000": ("library, mouse, 1,000 strokes", lambda home: self.mouse(home, SETTLED)),
-            "records": ("streamer, records, empty canvas", lambda home: self.records(home, 0)),
             "records1000": (
-                "streamer, records, 1,000 strokes",
+                "library, records over a socket, 1,000 strokes",
                 lambda home: self.records(home, SETTLED),
+            ),
+            "streamer1000": (
+                "streamer with its live picture, records, 1,000 strokes",
+                lambda home: self.streamer(home, SETTLED),
             ),
             "gromit": ("gromit-mpx, mouse", self.gromit),
             "xournal": ("xournalpp, mouse", self.xournal),

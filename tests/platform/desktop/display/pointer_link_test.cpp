@@ -7,6 +7,7 @@
 #include <xcb/xinput.h>
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -15,6 +16,7 @@
 
 #include <QAbstractNativeEventFilter>
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QEnterEvent>
 #include <QGuiApplication>
 #include <QWindow>
@@ -115,6 +117,16 @@ private:
     std::function<void(const xcb_generic_event_t &)> seen_;
 };
 
+/// Runs the loop, but no timers, until `condition` holds; false after ten seconds.
+bool comesWithoutTimers(const std::function<bool()> &condition)
+{
+    const QDeadlineTimer deadline(std::chrono::seconds(10));
+    while (!condition() && !deadline.hasExpired()) {
+        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
+    }
+    return condition();
+}
+
 bool isMotion(const xcb_generic_event_t &event)
 {
     const int type = event.response_type & 0x7F;
@@ -211,9 +223,7 @@ TEST_F(AnyDisplayPointerLink, waitsForAKeyButNotForever)
     client.key(XK_a, false);
     click(250, 170);
     const int before = lots;
-    while (lots == before) {
-        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
-    }
+    ASSERT_TRUE(comesWithoutTimers([&] { return lots > before; }));
 
     EXPECT_FALSE(receiver.hasSeen(PointerInput::Action::press));
     EXPECT_TRUE(pumpUntil([this] { return receiver.hasSeen(PointerInput::Action::release); }));
@@ -236,21 +246,24 @@ TEST_F(AnyDisplayPointerLink, goesOnAtOnceWhenTheKeyIsMet)
     xcb_change_window_attributes(ports().x().get(), window->get(), XCB_CW_EVENT_MASK, &wanted);
     ASSERT_EQ(window->childCount(), 1);
 
+    QCoreApplication::processEvents();
     client.button(1, true);
     client.key(XK_a, true);
     client.key(XK_a, false);
     client.button(1, false);
     static_cast<void>(client.focused());
-    while (key.time == 0) {
-        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
+    const QDeadlineTimer deadline(std::chrono::seconds(10));
+    while (key.time == 0 && !deadline.hasExpired()) {
+        // The link has read nothing by then.
+        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers |
+                                        QEventLoop::ExcludeSocketNotifiers);
     }
     link.meet(key);
 
     EXPECT_TRUE(receiver.hasSeen(PointerInput::Action::press));
     EXPECT_FALSE(receiver.hasSeen(PointerInput::Action::release));
-    while (!receiver.hasSeen(PointerInput::Action::release)) {
-        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers);
-    }
+    EXPECT_TRUE(
+        comesWithoutTimers([this] { return receiver.hasSeen(PointerInput::Action::release); }));
     EXPECT_THAT(receiver.inputs, testing::SizeIs(testing::Ge(2U)));
 }
 

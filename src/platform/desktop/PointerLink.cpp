@@ -162,7 +162,10 @@ void PointerLink::read()
         XEvent event(xcb_poll_for_event(connection_.get()));
         while (event) {
             ++came;
-            waiting_.push_back(std::move(event));
+            // What everyone is told, such as another layout of the keys, has no time to go by.
+            if (isKeyPress(*event) || core_pointer::windowOf(*event)) {
+                waiting_.push_back(std::move(event));
+            }
             event.reset(xcb_poll_for_queued_event(connection_.get()));
         }
         // One alone leaves nothing behind it as a rule; if it does, the socket says so.

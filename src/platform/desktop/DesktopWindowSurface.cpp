@@ -233,6 +233,7 @@ void DesktopWindowSurface::draw()
     const auto changed = painter_.paint(
         picture_, grid(), [this](GraphicsContext &context) { events_.draw(context, bounds()); });
     presenter_->present(picture_, changed);
+    painter_.prepare();
 }
 
 void DesktopWindowSurface::exposed(const QRegion &region)

@@ -56,6 +56,18 @@ private:
 
 } // namespace
 
+bool operator==(const Clips &a, const Clips &b)
+{
+    const Clips::Link *one = a.innermost_.get();
+    const Clips::Link *other = b.innermost_.get();
+    while (one != other && one != nullptr && other != nullptr && one->toDevice == other->toDevice &&
+           one->rect == other->rect) {
+        one = one->outer.get();
+        other = other->outer.get();
+    }
+    return one == other;
+}
+
 bool operator==(const StrokePath &a, const StrokePath &b)
 {
     return isSamePath(a.path, b.path);

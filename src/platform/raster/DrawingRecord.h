@@ -5,9 +5,8 @@
 #include "platform/raster/PixelRect.h"
 
 #include <cstddef>
-#include <optional>
+#include <memory>
 #include <string>
-#include <utility>
 #include <variant>
 #include <vector>
 
@@ -96,11 +95,29 @@ using Call =
                  SetLineJoin, SetLineDash, SetStrokeColor, SetFillColor, BeginLayer, EndLayer,
                  StrokePath, FillPath, FillRect, DrawImage, FillPattern, DrawText, List>;
 
+/// What was clipped to, each in the coordinates of its time. Copies share all but what is added
+/// later.
+class Clips {
+public:
+    void add(const AffineTransform &toDevice, const Rect &rect)
+    {
+        innermost_ = std::make_shared<const Link>(Link{toDevice, rect, innermost_});
+    }
+    friend bool operator==(const Clips &a, const Clips &b);
+
+private:
+    struct Link {
+        AffineTransform toDevice;
+        Rect rect;
+        std::shared_ptr<const Link> outer;
+    };
+    std::shared_ptr<const Link> innermost_;
+};
+
 /// All that decides what a call that paints leaves on the surface, beside the call itself.
 struct State {
     AffineTransform toDevice;
-    /// What was clipped to, from the outermost on, and in which coordinates.
-    std::vector<std::pair<AffineTransform, Rect>> clips;
+    Clips clips;
     /// A box in device pixels that holds all that may be painted.
     PixelRect visible;
     BlendMode blendMode = BlendMode::normal;
@@ -128,6 +145,12 @@ struct DrawingRecord {
     [[nodiscard]] const drawing::Call &at(const drawing::Mark &mark) const
     {
         return calls[mark.call];
+    }
+    /// Keeps the memory for other calls.
+    void clear()
+    {
+        calls.clear();
+        marks.clear();
     }
 };
 

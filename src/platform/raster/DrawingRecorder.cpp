@@ -14,12 +14,12 @@ namespace {
 /// again.
 constexpr std::size_t kUsualCalls = 16;
 constexpr std::size_t kUsualMarks = 4;
-constexpr std::size_t kUsualNesting = 6;
+constexpr std::size_t kUsualNesting = 4;
 
 } // namespace
 
-DrawingRecorder::DrawingRecorder(const PixelGrid &grid, ListKeeper keepsList)
-    : grid_(grid), keepsList_(std::move(keepsList))
+DrawingRecorder::DrawingRecorder(const PixelGrid &grid, ListKeeper keepsList, DrawingRecord memory)
+    : grid_(grid), keepsList_(std::move(keepsList)), record_(std::move(memory))
 {
     reserve();
     states_.emplace_back();
@@ -27,7 +27,9 @@ DrawingRecorder::DrawingRecorder(const PixelGrid &grid, ListKeeper keepsList)
     states_.back().visible = {0, 0, grid.pixelWidth(), grid.pixelHeight()};
 }
 
-DrawingRecorder::DrawingRecorder(const PixelGrid &grid, const drawing::State &state) : grid_(grid)
+DrawingRecorder::DrawingRecorder(const PixelGrid &grid, const drawing::State &state,
+                                 DrawingRecord memory)
+    : grid_(grid), record_(std::move(memory))
 {
     reserve();
     states_.push_back(state);
@@ -35,6 +37,7 @@ DrawingRecorder::DrawingRecorder(const PixelGrid &grid, const drawing::State &st
 
 void DrawingRecorder::reserve()
 {
+    record_.clear();
     record_.calls.reserve(kUsualCalls);
     record_.marks.reserve(kUsualMarks);
     states_.reserve(kUsualNesting);
@@ -71,7 +74,7 @@ void DrawingRecorder::concatenate(const AffineTransform &transform)
 void DrawingRecorder::clipToRect(const Rect &rect)
 {
     drawing::State &state = states_.back();
-    state.clips.emplace_back(state.toDevice, rect);
+    state.clips.add(state.toDevice, rect);
     state.visible = state.visible.intersection(pixelsRound(rect, state.toDevice));
     add(drawing::Clip{rect});
 }

@@ -21,9 +21,11 @@ public:
     /// thing.
     using ListKeeper = std::function<bool(const DrawnList &list)>;
 
-    explicit DrawingRecorder(const PixelGrid &grid, ListKeeper keepsList = {});
+    /// The record is made in the memory of one that is not needed any more.
+    explicit DrawingRecorder(const PixelGrid &grid, ListKeeper keepsList = {},
+                             DrawingRecord memory = {});
     /// For what is drawn in a state that another recorder is in.
-    DrawingRecorder(const PixelGrid &grid, const drawing::State &state);
+    DrawingRecorder(const PixelGrid &grid, const drawing::State &state, DrawingRecord memory = {});
 
     [[nodiscard]] const DrawingRecord &record() const { return record_; }
     [[nodiscard]] DrawingRecord take() { return std::move(record_); }

@@ -26,10 +26,18 @@ bool isSameGrid(const PixelGrid &a, const PixelGrid &b)
 
 } // namespace
 
+void FramePainter::prepare()
+{
+    if (!layers_.empty()) {
+        layers_.back()->prepare();
+    }
+}
+
 void FramePainter::forget()
 {
     grid_.reset();
     frame_ = {};
+    spare_ = {};
     shownLayer_ = nullptr;
     layers_.clear();
 }
@@ -55,7 +63,7 @@ FramePainter::paint(Image &picture, const PixelGrid &grid,
         ink = &layer;
         return true;
     };
-    DrawingRecorder recorder(grid, keepsList);
+    DrawingRecorder recorder(grid, keepsList, std::move(spare_));
     recorderInUse = &recorder;
     draw(recorder);
     DrawingRecord frame = recorder.take();
@@ -66,7 +74,8 @@ FramePainter::paint(Image &picture, const PixelGrid &grid,
     }
     grid_ = grid;
     shownLayer_ = ink;
-    frame_ = std::move(frame);
+    spare_ = std::exchange(frame_, std::move(frame));
+    spare_.clear();
     for (const PixelRect &area : damage.rects()) {
         paintArea(picture, area, ink);
     }

@@ -31,6 +31,8 @@ public:
     /// `forget`. Answers rectangles that hold every pixel which is another one now.
     std::vector<PixelRect> paint(Image &picture, const PixelGrid &grid,
                                  const std::function<void(GraphicsContext &context)> &draw);
+    /// Does beforehand what the next frame would have to wait for. Best after this one is shown.
+    void prepare();
     void forget();
 
 private:
@@ -41,6 +43,8 @@ private:
     std::optional<PixelGrid> grid_;
     /// The frame before.
     DrawingRecord frame_;
+    /// Memory for the next.
+    DrawingRecord spare_;
     const InkLayer *shownLayer_ = nullptr;
     /// The one used last at the end.
     std::vector<std::unique_ptr<InkLayer>> layers_;

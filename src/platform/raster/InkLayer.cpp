@@ -12,10 +12,14 @@ namespace orv::platform {
 
 namespace {
 
-/// Small enough to lie close round a stroke, large enough to copy whole cache lines; a page of
-/// memory.
-constexpr int kTileSide = 32;
-constexpr std::size_t kTileBytes = std::size_t{kTileSide} * kTileSide * sizeof(std::uint32_t);
+constexpr int kTileSide = TilePool::side;
+constexpr std::size_t kTileBytes = sizeof(TilePool::Pixels);
+
+int tilesFor(int length)
+{
+    return (length + kTileSide - 1) / kTileSide;
+}
+
 /// So many undo steps in a row need no repaint after the list was painted as a whole.
 constexpr std::size_t kRememberedThings = 64;
 /// Many enough to keep all processors at work, few enough for their records to need little memory.
@@ -25,7 +29,8 @@ constexpr std::size_t kThingsOfALot = 1024;
 
 InkLayer::InkLayer(const PixelGrid &grid, DrawingRecord prelude, drawing::State state)
     : grid_(grid), prelude_(std::move(prelude)), state_(std::move(state)),
-      picture_(grid.pixelWidth(), grid.pixelHeight())
+      picture_(grid.pixelWidth(), grid.pixelHeight()),
+      placeInLast_(static_cast<std::size_t>(tilesPerRow()) * tilesFor(picture_.height()))
 {
 }
 
@@ -68,9 +73,10 @@ DamagedPixels InkLayer::follow(const DrawnList &list)
     return damage;
 }
 
-DrawingRecord InkLayer::recordOf(const DrawnList &list, std::size_t index) const
+DrawingRecord InkLayer::recordOf(const DrawnList &list, std::size_t index,
+                                 DrawingRecord memory) const
 {
-    DrawingRecorder recorder(grid_, state_);
+    DrawingRecorder recorder(grid_, state_, std::move(memory));
     list.draw(index, recorder);
     return recorder.take();
 }
@@ -78,6 +84,7 @@ DrawingRecord InkLayer::recordOf(const DrawnList &list, std::size_t index) const
 void InkLayer::paintAll(const DrawnList &list)
 {
     picture_ = Image(picture_.width(), picture_.height());
+    findLast(false);
     things_.clear();
     savedBytes_ = 0;
     count_ = list.size() > kRememberedThings ? list.size() - kRememberedThings : 0;
@@ -98,6 +105,7 @@ void InkLayer::add(const DrawnList &list)
     thing.stamp = list.stamp(count_ + 1);
     thing.record = recordOf(list, count_);
     thing.painted.add(extentOf(thing.record));
+    findLast(false);
     things_.push_back(std::move(thing));
     ++count_;
     // Its rectangles may overlap: each is painted on the ground, not on another one.
@@ -113,10 +121,11 @@ void InkLayer::refreshLast(const DrawnList &list, DamagedPixels &damage)
         return;
     }
     Thing &last = things_.back();
-    DrawingRecord now = recordOf(list, count_ - 1);
+    DrawingRecord now = recordOf(list, count_ - 1, std::move(spare_));
     DamagedPixels changed;
     changed.add(differenceOf(last.record, now));
-    last.record = std::move(now);
+    spare_ = std::exchange(last.record, std::move(now));
+    spare_.clear();
     last.painted.add(changed.rects());
     for (const PixelRect &area : changed.rects()) {
         paintLast(area);
@@ -127,83 +136,106 @@ void InkLayer::refreshLast(const DrawnList &list, DamagedPixels &damage)
 
 void InkLayer::takeLastAway(DamagedPixels &damage)
 {
-    const Thing &last = things_.back();
-    for (const auto &[tile, pixels] : last.before) {
-        putBack(last, tileRect(tile));
+    Thing &last = things_.back();
+    for (const SavedTile &tile : last.before) {
+        putBack(tile, tileRect(tile.number));
     }
     damage.add(last.painted.rects());
-    savedBytes_ -= last.before.size() * kTileBytes;
+    findLast(false);
+    giveBack(last);
     things_.pop_back();
+    findLast(true);
     --count_;
 }
 
 void InkLayer::paintLast(const PixelRect &area)
 {
-    Thing &last = things_.back();
-    saveBefore(last, area);
-    putBack(last, area);
+    const Thing &last = things_.back();
+    uncover(area);
     RasterContext context(picture_, grid_, area);
     replay(prelude_, 0, prelude_.calls.size(), context);
     replay(last.record, 0, last.record.calls.size(), context);
 }
 
-void InkLayer::saveBefore(Thing &thing, const PixelRect &area)
+void InkLayer::uncover(const PixelRect &area)
 {
-    forEachTile(area, [&](int tile) {
-        auto [place, isNew] = thing.before.try_emplace(tile);
-        if (!isNew) {
-            return;
+    Thing &last = things_.back();
+    const int perRow = tilesPerRow();
+    for (int y = area.y / kTileSide; y * kTileSide < area.y + area.height; ++y) {
+        for (int x = area.x / kTileSide; x * kTileSide < area.x + area.width; ++x) {
+            const int tile = y * perRow + x;
+            const std::uint32_t place = placeInLast_[static_cast<std::size_t>(tile)];
+            if (place == 0) {
+                save(last, tile);
+            } else {
+                putBack(last.before[place - 1], area);
+            }
         }
-        const PixelRect rect = tileRect(tile);
-        std::vector<std::uint32_t> &pixels = place->second;
-        pixels.reserve(kTileBytes / sizeof(std::uint32_t));
-        for (int y = rect.y; y < rect.y + rect.height; ++y) {
-            const std::uint32_t *row = picture_.row(y) + rect.x;
-            pixels.insert(pixels.end(), row, row + rect.width);
-        }
-        savedBytes_ += kTileBytes;
-    });
+    }
 }
 
-void InkLayer::putBack(const Thing &thing, const PixelRect &area)
+void InkLayer::save(Thing &thing, int tile)
 {
-    forEachTile(area, [&](int tile) {
-        const std::vector<std::uint32_t> &pixels = thing.before.at(tile);
-        const PixelRect rect = tileRect(tile);
-        const PixelRect part = rect.intersection(area);
-        for (int y = part.y; y < part.y + part.height; ++y) {
-            const auto row =
-                static_cast<std::size_t>(y - rect.y) * static_cast<std::size_t>(rect.width) +
-                static_cast<std::size_t>(part.x - rect.x);
-            std::copy_n(pixels.data() + row, part.width, picture_.row(y) + part.x);
-        }
-    });
+    thing.before.push_back({tile, pool_.take()});
+    const PixelRect rect = tileRect(tile);
+    std::uint32_t *saved = thing.before.back().pixels->data();
+    for (int y = rect.y; y < rect.y + rect.height; ++y, saved += kTileSide) {
+        std::copy_n(picture_.row(y) + rect.x, rect.width, saved);
+    }
+    placeInLast_[static_cast<std::size_t>(tile)] = static_cast<std::uint32_t>(thing.before.size());
+    savedBytes_ += kTileBytes;
+}
+
+void InkLayer::putBack(const SavedTile &tile, const PixelRect &area)
+{
+    const PixelRect rect = tileRect(tile.number);
+    const PixelRect part = rect.intersection(area);
+    const std::uint32_t *saved =
+        tile.pixels->data() + (part.y - rect.y) * kTileSide + (part.x - rect.x);
+    for (int y = part.y; y < part.y + part.height; ++y, saved += kTileSide) {
+        std::copy_n(saved, part.width, picture_.row(y) + part.x);
+    }
+}
+
+void InkLayer::findLast(bool isFound)
+{
+    if (things_.empty()) {
+        return;
+    }
+    std::uint32_t place = 0;
+    for (const SavedTile &tile : things_.back().before) {
+        placeInLast_[static_cast<std::size_t>(tile.number)] = isFound ? ++place : 0;
+    }
 }
 
 void InkLayer::forgetOldest()
 {
     while (savedBytes_ > mostSavedBytes && things_.size() > 1) {
-        savedBytes_ -= things_.front().before.size() * kTileBytes;
+        giveBack(things_.front());
         stampBelowThings_ = things_.front().stamp;
         things_.pop_front();
     }
 }
 
-PixelRect InkLayer::tileRect(int tile) const
+void InkLayer::giveBack(Thing &thing)
 {
-    const int perRow = (picture_.width() + kTileSide - 1) / kTileSide;
-    return PixelRect{tile % perRow * kTileSide, tile / perRow * kTileSide, kTileSide, kTileSide}
-        .intersection({0, 0, picture_.width(), picture_.height()});
+    savedBytes_ -= thing.before.size() * kTileBytes;
+    for (SavedTile &tile : thing.before) {
+        pool_.giveBack(std::move(tile.pixels));
+    }
+    thing.before.clear();
 }
 
-template <class Visitor> void InkLayer::forEachTile(const PixelRect &area, Visitor &&visit) const
+int InkLayer::tilesPerRow() const
 {
-    const int perRow = (picture_.width() + kTileSide - 1) / kTileSide;
-    for (int y = area.y / kTileSide; y * kTileSide < area.y + area.height; ++y) {
-        for (int x = area.x / kTileSide; x * kTileSide < area.x + area.width; ++x) {
-            visit(y * perRow + x);
-        }
-    }
+    return tilesFor(picture_.width());
+}
+
+PixelRect InkLayer::tileRect(int tile) const
+{
+    const int perRow = tilesPerRow();
+    return PixelRect{tile % perRow * kTileSide, tile / perRow * kTileSide, kTileSide, kTileSide}
+        .intersection({0, 0, picture_.width(), picture_.height()});
 }
 
 } // namespace orv::platform

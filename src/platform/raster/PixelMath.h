@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <functional>
+#include <numeric>
 
 namespace orv::platform {
 
@@ -36,14 +38,25 @@ namespace orv::platform {
 /// Puts one colour in behind `count` pixels, bit for bit as the slow general way does it.
 inline void fillBehind(std::uint32_t *pixels, std::size_t count, std::uint32_t color)
 {
-    for (std::size_t i = 0; i < count; ++i) {
+    const auto one = [color](std::uint32_t &pixel) {
         // Most of what is drawn on is empty, most of what is drawn hides what lies behind.
-        if (pixels[i] == 0) {
-            pixels[i] = color;
-        } else if (alphaOf(pixels[i]) != 255U) {
-            pixels[i] = withBehind(pixels[i], color);
+        if (pixel == 0) {
+            pixel = color;
+        } else if (alphaOf(pixel) != 255U) {
+            pixel = withBehind(pixel, color);
+        }
+    };
+    constexpr std::size_t kStep = 8;
+    std::size_t first = 0;
+    for (; count - first >= kStep; first += kStep) {
+        std::uint32_t *step = pixels + first;
+        if (std::accumulate(step, step + kStep, 0U, std::bit_or<>()) == 0) {
+            std::fill_n(step, kStep, color);
+        } else {
+            std::for_each(step, step + kStep, one);
         }
     }
+    std::for_each(pixels + first, pixels + count, one);
 }
 
 /// Calls `some(i)` for each of `count` pixels that is covered in part, and `all(i, length)` for

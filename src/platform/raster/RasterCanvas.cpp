@@ -21,7 +21,7 @@ constexpr double kPixelSlack = 1e-6;
 /// Coordinates beyond this stand for "everywhere": they must fit into an int.
 constexpr double kFar = 1e8;
 /// Drawing seldom saves its state deeper.
-constexpr std::size_t kUsualDepth = 8;
+constexpr std::size_t kUsualDepth = 4;
 constexpr QImage::Format kPixels = QImage::Format_ARGB32_Premultiplied;
 
 bool isUpright(const AffineTransform &transform)
@@ -111,22 +111,18 @@ RasterCanvas::RasterCanvas(const PixelBuffer &target, const PixelGrid &grid,
                            std::optional<PixelRect> clip)
 {
     const PixelRect whole{0, 0, target.width, target.height};
-    RasterState state;
-    state.transform = grid.toDevice();
-    state.clip = clip ? clip->intersection(whole) : whole;
-    states_.reserve(kUsualDepth);
-    states_.push_back(state);
+    state_.transform = grid.toDevice();
+    state_.clip = clip ? clip->intersection(whole) : whole;
+    saved_.reserve(kUsualDepth);
 
-    auto base = std::make_unique<Layer>();
-    base->area = whole;
-    base->pixels = target.pixels;
-    base->rowLength = target.bytesPerRow / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
-    layers_.push_back(std::move(base));
+    surface_.area = whole;
+    surface_.pixels = target.pixels;
+    surface_.rowLength = target.bytesPerRow / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
 }
 
 RasterCanvas::~RasterCanvas()
 {
-    while (layers_.size() > 1) {
+    while (!layers_.empty()) {
         endLayer();
     }
     unwind();
@@ -134,19 +130,20 @@ RasterCanvas::~RasterCanvas()
 
 void RasterCanvas::save()
 {
-    states_.push_back(states_.back());
+    saved_.push_back(state_);
 }
 
 void RasterCanvas::restore()
 {
-    if (states_.size() > layer().depth + 1) {
-        states_.pop_back();
+    if (saved_.size() > layer().depth) {
+        state_ = std::move(saved_.back());
+        saved_.pop_back();
     }
 }
 
 void RasterCanvas::unwind()
 {
-    while (states_.size() > layer().depth + 1) {
+    while (saved_.size() > layer().depth) {
         restore();
     }
 }
@@ -310,7 +307,8 @@ void RasterCanvas::beginLayer(std::uint32_t alpha)
     auto started = std::make_unique<Layer>();
     started->area = state().clip;
     started->alpha = alpha;
-    started->depth = states_.size();
+    save();
+    started->depth = saved_.size();
     started->image =
         QImage(std::max(1, started->area.width), std::max(1, started->area.height), kPixels);
     started->image.fill(Qt::transparent);
@@ -318,7 +316,6 @@ void RasterCanvas::beginLayer(std::uint32_t alpha)
     started->rowLength =
         started->image.bytesPerLine() / static_cast<std::ptrdiff_t>(sizeof(std::uint32_t));
 
-    states_.push_back(states_.back());
     state().turnedClips.clear();
     state().blendMode = BlendMode::normal;
     layers_.push_back(std::move(started));
@@ -326,13 +323,13 @@ void RasterCanvas::beginLayer(std::uint32_t alpha)
 
 void RasterCanvas::endLayer()
 {
-    if (layers_.size() < 2) {
+    if (layers_.empty()) {
         return;
     }
     unwind();
-    states_.pop_back();
     const std::unique_ptr<Layer> ended = std::move(layers_.back());
     layers_.pop_back();
+    restore();
     ended->painter.reset();
     fadeRows(ended->image, ended->alpha);
     painter(QPainter::CompositionMode_SourceOver, AffineTransform{})

@@ -42,7 +42,7 @@ public:
     RasterCanvas(const RasterCanvas &) = delete;
     RasterCanvas &operator=(const RasterCanvas &) = delete;
 
-    [[nodiscard]] RasterState &state() { return states_.back(); }
+    [[nodiscard]] RasterState &state() { return state_; }
     void save();
     /// Never goes below the state in which the present layer began.
     void restore();
@@ -82,7 +82,7 @@ private:
         std::uint32_t *pixels = nullptr;
         std::ptrdiff_t rowLength = 0;
         std::uint32_t alpha = 255;
-        /// How many states there were below it.
+        /// How many states were saved when it began.
         std::size_t depth = 0;
         /// The pixels as the toolkit sees them. It and the painter are made for the first thing
         /// that the toolkit paints: strokes need neither.
@@ -95,7 +95,7 @@ private:
         void beginPainter();
     };
 
-    Layer &layer() { return *layers_.back(); }
+    Layer &layer() { return layers_.empty() ? surface_ : *layers_.back(); }
     /// Back to the state in which the present layer began.
     void unwind();
     /// Gives the present layer's painter the present clip.
@@ -106,10 +106,13 @@ private:
 
     std::uint32_t *pixels(int x, int y);
 
+    Layer surface_;
+    /// Those that were begun on it.
     std::vector<std::unique_ptr<Layer>> layers_;
     /// Made for the first stroke, and anew where the clip has changed.
     std::optional<StrokeMask> mask_;
-    std::vector<RasterState> states_;
+    RasterState state_;
+    std::vector<RasterState> saved_;
 };
 
 } // namespace orv::platform

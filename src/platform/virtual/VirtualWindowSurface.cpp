@@ -126,6 +126,7 @@ void VirtualWindowSurface::displayIfNeeded()
     const Rect bounds{{0.0, 0.0}, frame_.size};
     painter->paint(*contents, grid,
                    [&](GraphicsContext &context) { events.draw(context, bounds); });
+    painter->prepare();
 }
 
 } // namespace orv::platform

@@ -115,6 +115,34 @@ TEST(States, KeepWhatIsSetUntilTheyAreRestored)
     EXPECT_EQ(surface.at(3, 0), 0xFFFF0000U);
 }
 
+TEST(States, AreAfterALayerWhatTheyWereBeforeIt)
+{
+    Surface surface(3, 1);
+
+    surface.paint([](GraphicsContext &context) {
+        const auto fillPixel = [&context](double x) {
+            context.fillRect(Rect::make(x, 0.0, 1.0, 1.0), CompositingOperation::sourceOver);
+        };
+        context.setFillColor(kRed);
+        context.saveState();
+        context.setFillColor(kBlue);
+        context.saveState();
+        context.beginLayer(1.0);
+        context.setFillColor(kGreen);
+        context.saveState();
+        context.endLayer();
+        fillPixel(0.0);
+        context.restoreState();
+        fillPixel(1.0);
+        context.restoreState();
+        fillPixel(2.0);
+    });
+
+    EXPECT_EQ(surface.at(0, 0), 0xFF0000FFU);
+    EXPECT_EQ(surface.at(1, 0), 0xFF0000FFU);
+    EXPECT_EQ(surface.at(2, 0), 0xFFFF0000U);
+}
+
 TEST(States, RestoringMoreOftenThanSavingIsHarmless)
 {
     Surface surface(2, 1);

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -455,6 +456,119 @@ TEST_F(FramePainterTest, AListOverSomethingElseIsPaintedWithIt)
     RasterContext context(whole, grid);
     drawWithGround(context);
     EXPECT_TRUE(picture == whole);
+}
+
+TEST_F(FramePainterTest, WhatIsSeenThroughAnotherClipIsPaintedAgain)
+{
+    struct Clips {
+        Rect outer;
+        std::optional<Rect> inner;
+    };
+    const Rect wide{{10.0, 10.0}, {100.0, 80.0}};
+    const Rect narrow{{30.0, 20.0}, {40.0, 30.0}};
+    const Rect other{{50.0, 20.0}, {40.0, 30.0}};
+    // Its edge comes to the next pixel, which is less than boxes round drawing tell apart.
+    const Rect lessByOne{{30.6, 20.0}, {39.4, 30.0}};
+    for (const Clips &clips : {Clips{wide, narrow}, Clips{wide, lessByOne}, Clips{wide, other},
+                               Clips{wide, std::nullopt}, Clips{narrow, std::nullopt},
+                               Clips{narrow, wide}, Clips{other, wide}}) {
+        const auto drawClipped = [&](GraphicsContext &context) {
+            context.clipToRect(clips.outer);
+            if (clips.inner) {
+                context.clipToRect(*clips.inner);
+            }
+            context.setFillColor({0.0, 0.0, 1.0, 1.0});
+            context.fillRect(scene.bounds, CompositingOperation::sourceOver);
+        };
+
+        painter.paint(picture, grid, drawClipped);
+
+        Image whole(grid.pixelWidth(), grid.pixelHeight());
+        RasterContext context(whole, grid);
+        drawClipped(context);
+        ASSERT_TRUE(picture == whole);
+    }
+}
+
+TEST_F(FramePainterTest, StepsBackAreRememberedAsFarAsTheirPixelsAreKept)
+{
+    grid = {{1920.0, 1080.0}, 2.0};
+    picture = Image(grid.pixelWidth(), grid.pixelHeight());
+    scene.bounds = {{0.0, 0.0}, grid.size};
+    const std::size_t bytesOfOne = sizeof(std::uint32_t) * 3840 * 2160;
+    ASSERT_LT(bytesOfOne * 1, InkLayer::mostSavedBytes);
+    ASSERT_GT(bytesOfOne * 3, InkLayer::mostSavedBytes);
+    Thing cover;
+    cover.kind = Thing::Kind::fill;
+    cover.path.addRect(scene.bounds);
+    constexpr int kCovers = 8;
+    for (int i = 0; i < kCovers; ++i) {
+        cover.color = {0.1 * i, 0.5, 0.5, 0.5};
+        scene.list->push(cover);
+        paint();
+    }
+    scene.list->drawn = 0;
+    for (int round = 0; round < 3; ++round) {
+        const Thing undone = scene.list->pop();
+        paint();
+        scene.list->push(undone);
+        paint();
+    }
+    EXPECT_LE(scene.list->drawn, 3 * 3) << "the last but one is still known";
+    scene.list->drawn = 0;
+    for (int i = 0; i < 3; ++i) {
+        scene.list->pop();
+    }
+
+    paint();
+
+    EXPECT_GE(scene.list->drawn, kCovers - 3) << "what lay further back is not";
+    EXPECT_TRUE(picture == painted());
+}
+
+TEST_F(FramePainterTest, ManyThingsInThePlaceOfAFewArePaintedAsThemselves)
+{
+    Dice dice(5);
+    for (int i = 0; i < 3; ++i) {
+        scene.list->push(someThing(dice));
+        paint();
+    }
+    while (scene.list->size() > 0) {
+        scene.list->pop();
+    }
+    for (int i = 0; i < 100; ++i) {
+        scene.list->push(someThing(dice));
+    }
+    paint();
+    EXPECT_TRUE(picture == painted());
+    for (int i = 0; i < 70; ++i) {
+        scene.list->pop();
+        paint();
+        ASSERT_TRUE(picture == painted()) << i;
+    }
+}
+
+TEST_F(FramePainterTest, APictureThatIsNotDrawnAnyMoreIsLetGo)
+{
+    Thing thing;
+    thing.kind = Thing::Kind::picture;
+    thing.rect = {{10.0, 10.0}, {20.0, 20.0}};
+    thing.picture = somePicture();
+    std::weak_ptr<const Image> ofList = thing.picture;
+    scene.list->push(thing);
+    thing.picture = somePicture();
+    std::weak_ptr<const Image> ofFrame = thing.picture;
+    scene.above.push_back(thing);
+    thing = {};
+    paint();
+    ASSERT_FALSE(ofList.expired() || ofFrame.expired());
+
+    scene.list->things.back().picture = somePicture();
+    scene.above.clear();
+    paint();
+
+    EXPECT_TRUE(ofList.expired());
+    EXPECT_TRUE(ofFrame.expired());
 }
 
 TEST_F(FramePainterTest, ASurfaceThatWasForgottenIsPaintedWhole)

@@ -39,6 +39,19 @@ std::optional<Span> changedSpan(const PixelRows &before, const PixelRows &after,
     return Span{within.x + first, within.x + end};
 }
 
+void join(std::vector<PixelRect> &rects, const Span &span, int y)
+{
+    if (rects.empty() || y - (rects.back().y + rects.back().height) > kBridgedRows) {
+        rects.push_back({span.first, y, span.end - span.first, 1});
+        return;
+    }
+    PixelRect &last = rects.back();
+    const int end = std::max(last.x + last.width, span.end);
+    last.x = std::min(last.x, span.first);
+    last.width = end - last.x;
+    last.height = y + 1 - last.y;
+}
+
 } // namespace
 
 std::vector<PixelRect> changedRects(const PixelRows &before, const PixelRows &after,
@@ -46,19 +59,24 @@ std::vector<PixelRect> changedRects(const PixelRows &before, const PixelRows &af
 {
     std::vector<PixelRect> rects;
     for (int y = within.y; y < within.y + within.height; ++y) {
-        const auto span = changedSpan(before, after, within, y);
-        if (!span) {
-            continue;
+        if (const auto span = changedSpan(before, after, within, y)) {
+            join(rects, *span, y);
         }
-        if (rects.empty() || y - (rects.back().y + rects.back().height) > kBridgedRows) {
-            rects.push_back({span->first, y, span->end - span->first, 1});
-            continue;
+    }
+    return rects;
+}
+
+std::vector<PixelRect> copyChanges(const PixelRows &from, std::uint32_t *to,
+                                   const PixelRect &within)
+{
+    const PixelRows before{to, from.width};
+    std::vector<PixelRect> rects;
+    for (int y = within.y; y < within.y + within.height; ++y) {
+        if (const auto span = changedSpan(before, from, within, y)) {
+            const auto row = before.row(y) - to + span->first;
+            std::copy_n(from.data + row, span->end - span->first, to + row);
+            join(rects, *span, y);
         }
-        PixelRect &last = rects.back();
-        const int end = std::max(last.x + last.width, span->end);
-        last.x = std::min(last.x, span->first);
-        last.width = end - last.x;
-        last.height = y + 1 - last.y;
     }
     return rects;
 }

@@ -29,6 +29,11 @@ struct PixelRows {
 [[nodiscard]] std::vector<PixelRect> changedRects(const PixelRows &before, const PixelRows &after,
                                                   const PixelRect &within);
 
+/// Makes the pixels in `within` those of `from`, in a picture of its size that begins at `to`.
+/// Answers what has changed, as `changedRects` does.
+[[nodiscard]] std::vector<PixelRect> copyChanges(const PixelRows &from, std::uint32_t *to,
+                                                 const PixelRect &within);
+
 /// Copies the pixels of `rect` between two pictures of one size.
 void copyPixels(const Image &from, Image &to, const PixelRect &rect);
 

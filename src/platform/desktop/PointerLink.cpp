@@ -41,6 +41,28 @@ std::int32_t timeSince(const xcb_generic_event_t &event, const KeyMoment &key)
     return static_cast<std::int32_t>(timeOf(event) - key.time);
 }
 
+/// Calls when its socket has something; without a signal, whose way is the longer one.
+class SocketBell final : public QSocketNotifier {
+public:
+    SocketBell(int socket, std::function<void()> ring)
+        : QSocketNotifier(socket, Read), ring_(std::move(ring))
+    {
+    }
+
+protected:
+    bool event(QEvent *event) override
+    {
+        if (event->type() != QEvent::SockAct) {
+            return QSocketNotifier::event(event);
+        }
+        ring_();
+        return true;
+    }
+
+private:
+    std::function<void()> ring_;
+};
+
 } // namespace
 
 PointerLink::PointerLink(const XConnection &x, DesktopMainThread &mainThread,
@@ -52,8 +74,8 @@ PointerLink::PointerLink(const XConnection &x, DesktopMainThread &mainThread,
         connection_.reset();
         return;
     }
-    notifier_.emplace(xcb_get_file_descriptor(connection_.get()), QSocketNotifier::Read);
-    QObject::connect(&*notifier_, &QSocketNotifier::activated, [this] { take(); });
+    notifier_ = std::make_unique<SocketBell>(xcb_get_file_descriptor(connection_.get()),
+                                             [this] { take(); });
 }
 
 PointerLink::~PointerLink() = default;
@@ -142,7 +164,7 @@ void PointerLink::waitForServer() const
 void PointerLink::takeSoon()
 {
     // Whoever writes to the connection may read what has come, and then the socket is silent of it.
-    QCoreApplication::postEvent(&*notifier_, new QEvent(QEvent::SockAct));
+    QCoreApplication::postEvent(notifier_.get(), new QEvent(QEvent::SockAct));
 }
 
 void PointerLink::take()

@@ -90,7 +90,7 @@ private:
     std::function<bool()> hasPen_;
     std::function<void()> afterLot_;
     std::unique_ptr<xcb_connection_t, Disconnect> connection_;
-    std::optional<QSocketNotifier> notifier_;
+    std::unique_ptr<QSocketNotifier> notifier_;
     /// By the window that each covers.
     std::map<xcb_window_t, Cover> covers_;
     /// Read and not yet handed on.

@@ -78,19 +78,25 @@ void Presenter::present(const Image &model, const std::vector<PixelRect> &within
     const std::vector<PixelRect> areas = all ? std::vector{bounds()} : within;
     std::vector<PixelRect> sent;
     for (const PixelRect &area : areas) {
-        const PixelRows before =
-            shaped_ ? rowsOf(shaped_->picture) : PixelRows{pixels_.data(), pixels_.width()};
+        const PixelRect part = area.intersection(bounds());
         const std::vector<PixelRect> changed =
-            changedRects(before, rowsOf(model), area.intersection(bounds()));
-        if (shaped_ && !changed.empty()) {
-            all = shaped_->shape.update(shaped_->picture, model, changed) || all;
-        }
-        for (const PixelRect &rect : changed) {
-            keep(model, rect);
-        }
+            shaped_ ? keepShaped(model, part, all)
+                    : copyChanges(rowsOf(model), pixels_.row(0), part);
         sent.insert(sent.end(), changed.begin(), changed.end());
     }
     put(all ? std::vector{bounds()} : sent);
+}
+
+std::vector<PixelRect> Presenter::keepShaped(const Image &model, const PixelRect &within, bool &all)
+{
+    std::vector<PixelRect> changed = changedRects(rowsOf(shaped_->picture), rowsOf(model), within);
+    if (!changed.empty()) {
+        all = shaped_->shape.update(shaped_->picture, model, changed) || all;
+    }
+    for (const PixelRect &rect : changed) {
+        keep(model, rect);
+    }
+    return changed;
 }
 
 void Presenter::keep(const Image &model, const PixelRect &rect)

@@ -52,6 +52,8 @@ private:
     [[nodiscard]] Image presented() const;
     [[nodiscard]] bool fit(const Image &model);
     void keep(const Image &model, const PixelRect &rect);
+    /// Sets `all` when the whole window is to be put.
+    std::vector<PixelRect> keepShaped(const Image &model, const PixelRect &within, bool &all);
     void put(const std::vector<PixelRect> &rects);
 
     QWindow &window_;

@@ -76,6 +76,42 @@ TEST(ChangedRects, bringRandomPicturesTogether)
     }
 }
 
+TEST(CopyChanges, leavesWhatIsOutsideTheAreaAndTellsWhatItCopied)
+{
+    const Image before(100, 100);
+    Image after = before;
+    fill(after, {10, 20, 5, 3}, kRed);
+    fill(after, {30, 24, 2, 2}, kRed);
+    fill(after, {90, 90, 1, 1}, kRed);
+    Image copy = before;
+
+    EXPECT_THAT(copyChanges(rowsOf(after), copy.data(), {0, 0, 80, 80}),
+                testing::ElementsAre(PixelRect{10, 20, 22, 6}));
+
+    Image expected = before;
+    copyPixels(after, expected, {0, 0, 80, 80});
+    EXPECT_EQ(copy, expected);
+    EXPECT_TRUE(copyChanges(rowsOf(after), copy.data(), {0, 0, 80, 80}).empty());
+}
+
+TEST(CopyChanges, tellsOfRandomPicturesWhatChangedRectsTells)
+{
+    std::mt19937 random(8);
+    for (int round = 0; round < 200; ++round) {
+        Image before(64, 64);
+        Image after(64, 64);
+        for (int i = 0; i < 12; ++i) {
+            const auto at = [&](int limit) { return static_cast<int>(random() % limit); };
+            fill(i % 2 == 0 ? before : after, {at(60), at(60), 1 + at(4), 1 + at(4)}, kRed);
+        }
+        const auto changed = changedRects(rowsOf(before), rowsOf(after), {0, 0, 64, 64});
+
+        ASSERT_EQ(copyChanges(rowsOf(after), before.data(), {0, 0, 64, 64}), changed);
+
+        ASSERT_EQ(before, after);
+    }
+}
+
 TEST(InkRuns, areThePiecesOfEachRowThatAreVisible)
 {
     Image image(20, 4);

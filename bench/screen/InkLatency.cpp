@@ -10,7 +10,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr std::uint16_t kBox = 3;
+constexpr int kBox = 3;
 constexpr int kMotionsOfAStroke = 50;
 // Far enough from each other that the ink of one does not reach the next but one.
 constexpr int kZigzagStep = 8;
@@ -20,8 +20,8 @@ constexpr auto kLongestGap = 24000us;
 constexpr auto kPatience = 1s;
 constexpr auto kStillPatience = 30ms;
 constexpr auto kRest = 100ms;
-// Short against what is measured, long enough to leave the processor to those that are measured.
-constexpr auto kPause = 50us;
+// So often the pointer has its turn while nothing is painted.
+constexpr auto kPause = 2ms;
 
 // One more to warm up, and one for `partKept`.
 int bandsFor(int strokes)
@@ -31,10 +31,7 @@ int bandsFor(int strokes)
 
 } // namespace
 
-InkLatency::InkLatency(InkPointer &pointer, const InkArea &area)
-    : pointer_(pointer), area_(area), box_(kBox, kBox)
-{
-}
+InkLatency::InkLatency(InkPointer &pointer, const InkArea &area) : pointer_(pointer), area_(area) {}
 
 // A stroke has a band of its own and only goes right, so that no tip comes upon older ink.
 std::vector<ScreenPoint> InkLatency::stroke(int number, int bands)
@@ -52,29 +49,30 @@ std::vector<ScreenPoint> InkLatency::stroke(int number, int bands)
 
 std::vector<std::uint32_t> InkLatency::look(ScreenPoint at) const
 {
-    return box_.at(at.x - kBox / 2, at.y - kBox / 2);
+    return screen_.at(at.x - kBox / 2, at.y - kBox / 2, kBox);
 }
 
 void InkLatency::waitUntil(Clock::time_point time)
 {
     do {
         pointer_.idle();
-        std::this_thread::sleep_for(kPause);
+        std::this_thread::sleep_until(std::min(time, Clock::now() + kPause));
     } while (Clock::now() < time);
 }
 
 std::optional<InkLatency::Milliseconds> InkLatency::moveAndWatch(ScreenPoint to,
                                                                  Clock::duration patience)
 {
+    screen_.waitForPaint(0ms);
     const auto before = look(to);
     const auto sent = Clock::now();
     pointer_.move(to);
     while (Clock::now() < sent + patience) {
+        screen_.waitForPaint(kPause);
         if (look(to) != before) {
             return Clock::now() - sent;
         }
         pointer_.idle();
-        std::this_thread::sleep_for(kPause);
     }
     return std::nullopt;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "InkPointer.h"
-#include "ScreenBox.h"
+#include "ScreenWatch.h"
 
 #include <chrono>
 #include <optional>
@@ -54,7 +54,7 @@ private:
 
     InkPointer &pointer_;
     InkArea area_;
-    ScreenBox box_;
+    ScreenWatch screen_;
     std::mt19937 random_{20261121};
 };
 

@@ -6,8 +6,9 @@
 #   with-x-server.sh plain COMMAND [ARGUMENT...]     with a server that has no redirected windows and
 #                                                    no shared memory
 #
-# The screen is 1920x1080x24. Ends with the command's exit code. ORV_TEST_COMPOSITOR_PID names the
-# compositor's process.
+# The screen is 1920x1080x24. Ends with the command's exit code. On a desktop,
+# ORV_TEST_COMPOSITOR_PID names the compositor's process, and ORV_TEST_SCREEN_MEMORY the shared
+# memory with the screen's pixels.
 set -euo pipefail
 
 ready_seconds=30
@@ -51,6 +52,9 @@ server_options=(-noreset -nolisten tcp)
 if [[ $kind == plain ]]; then
     server_options+=(-extension Composite -extension MIT-SHM)
 fi
+if [[ $kind == desktop ]]; then
+    server_options+=(-shmem)
+fi
 mkfifo "$folder/Xvfb.pipe"
 Xvfb -displayfd 3 -screen 0 1920x1080x24 "${server_options[@]}" \
     3<>"$folder/Xvfb.pipe" >"$folder/Xvfb.log" 2>&1 &
@@ -59,6 +63,8 @@ DISPLAY=":$(await Xvfb)"
 export DISPLAY
 
 if [[ $kind == desktop ]]; then
+    ORV_TEST_SCREEN_MEMORY=$(sed -n 's/^screen 0 shmid //p' "$folder/Xvfb.log")
+    export ORV_TEST_SCREEN_MEMORY
     mkfifo "$folder/openbox.pipe"
     openbox --config-file /etc/xdg/openbox/rc.xml \
         --startup "sh -c 'echo ready >\"$folder/openbox.pipe\"'" >"$folder/openbox.log" 2>&1 &

@@ -190,8 +190,8 @@ void InkLayer::putBack(const SavedTile &tile, const PixelRect &area)
 {
     const PixelRect rect = tileRect(tile.number);
     const PixelRect part = rect.intersection(area);
-    const std::uint32_t *saved =
-        tile.pixels->data() + (part.y - rect.y) * kTileSide + (part.x - rect.x);
+    const auto first = static_cast<std::ptrdiff_t>(part.y - rect.y) * kTileSide + part.x - rect.x;
+    const std::uint32_t *saved = tile.pixels->data() + first;
     for (int y = part.y; y < part.y + part.height; ++y, saved += kTileSide) {
         std::copy_n(saved, part.width, picture_.row(y) + part.x);
     }

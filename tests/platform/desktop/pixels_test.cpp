@@ -25,6 +25,16 @@ void fill(Image &image, const PixelRect &rect, std::uint32_t color)
     }
 }
 
+Image randomPicture(std::mt19937 &random)
+{
+    Image picture(64, 64);
+    for (int i = 0; i < 6; ++i) {
+        const auto at = [&](int limit) { return static_cast<int>(random() % limit); };
+        fill(picture, {at(60), at(60), 1 + at(4), 1 + at(4)}, kRed + at(200));
+    }
+    return picture;
+}
+
 } // namespace
 
 TEST(ChangedRects, areNoneForEqualPictures)
@@ -60,13 +70,8 @@ TEST(ChangedRects, bringRandomPicturesTogether)
 {
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
-        Image before(64, 64);
-        Image after(64, 64);
-        for (int i = 0; i < 12; ++i) {
-            const auto at = [&](int limit) { return static_cast<int>(random() % limit); };
-            Image &image = i % 2 == 0 ? before : after;
-            fill(image, {at(60), at(60), 1 + at(4), 1 + at(4)}, kRed + at(200));
-        }
+        Image before = randomPicture(random);
+        const Image after = randomPicture(random);
 
         for (const PixelRect &rect : changedRects(rowsOf(before), rowsOf(after), {0, 0, 64, 64})) {
             copyPixels(after, before, rect);
@@ -98,12 +103,8 @@ TEST(CopyChanges, tellsOfRandomPicturesWhatChangedRectsTells)
 {
     std::mt19937 random(8);
     for (int round = 0; round < 200; ++round) {
-        Image before(64, 64);
-        Image after(64, 64);
-        for (int i = 0; i < 12; ++i) {
-            const auto at = [&](int limit) { return static_cast<int>(random() % limit); };
-            fill(i % 2 == 0 ? before : after, {at(60), at(60), 1 + at(4), 1 + at(4)}, kRed);
-        }
+        Image before = randomPicture(random);
+        const Image after = randomPicture(random);
         const auto changed = changedRects(rowsOf(before), rowsOf(after), {0, 0, 64, 64});
 
         ASSERT_EQ(copyChanges(rowsOf(after), before.data(), {0, 0, 64, 64}), changed);

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <random>
@@ -296,9 +297,13 @@ protected:
     }
     [[nodiscard]] Image painted() const
     {
+        return painted([this](GraphicsContext &context) { scene.draw(context); });
+    }
+    [[nodiscard]] Image painted(const std::function<void(GraphicsContext &)> &draw) const
+    {
         Image whole(grid.pixelWidth(), grid.pixelHeight());
         RasterContext context(whole, grid);
-        scene.draw(context);
+        draw(context);
         return whole;
     }
     /// All that differs from `before` lies in the rectangles.
@@ -452,10 +457,7 @@ TEST_F(FramePainterTest, AListOverSomethingElseIsPaintedWithIt)
 
     painter.paint(picture, grid, drawWithGround);
 
-    Image whole(grid.pixelWidth(), grid.pixelHeight());
-    RasterContext context(whole, grid);
-    drawWithGround(context);
-    EXPECT_TRUE(picture == whole);
+    EXPECT_TRUE(picture == painted(drawWithGround));
 }
 
 TEST_F(FramePainterTest, WhatIsSeenThroughAnotherClipIsPaintedAgain)
@@ -483,10 +485,7 @@ TEST_F(FramePainterTest, WhatIsSeenThroughAnotherClipIsPaintedAgain)
 
         painter.paint(picture, grid, drawClipped);
 
-        Image whole(grid.pixelWidth(), grid.pixelHeight());
-        RasterContext context(whole, grid);
-        drawClipped(context);
-        ASSERT_TRUE(picture == whole);
+        ASSERT_TRUE(picture == painted(drawClipped));
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <stdexcept>
-#include <thread>
 
 namespace orv::bench {
 
@@ -52,14 +51,6 @@ std::vector<std::uint32_t> InkLatency::look(ScreenPoint at) const
     return screen_.at(at.x - kBox / 2, at.y - kBox / 2, kBox);
 }
 
-void InkLatency::waitUntil(Clock::time_point time)
-{
-    do {
-        pointer_.idle();
-        std::this_thread::sleep_until(std::min(time, Clock::now() + kPause));
-    } while (Clock::now() < time);
-}
-
 std::optional<InkLatency::Milliseconds> InkLatency::moveAndWatch(ScreenPoint to,
                                                                  Clock::duration patience)
 {
@@ -94,7 +85,7 @@ void InkLatency::drawAndWatch(const std::vector<ScreenPoint> &points, Result &re
     pointer_.press(points.front());
     auto next = Clock::now() + kLongestGap;
     for (auto point = points.begin() + 1; point != points.end(); ++point) {
-        waitUntil(next);
+        pointer_.waitUntil(next);
         next = Clock::now() + std::chrono::microseconds(gap(random_));
         if (const auto seen = moveAndWatch(*point, kPatience)) {
             result.seen.push_back(*seen);
@@ -102,9 +93,9 @@ void InkLatency::drawAndWatch(const std::vector<ScreenPoint> &points, Result &re
             ++result.lost;
         }
     }
-    waitUntil(next);
+    pointer_.waitUntil(next);
     pointer_.release(points.back());
-    waitUntil(Clock::now() + kRest);
+    pointer_.waitUntil(Clock::now() + kRest);
 }
 
 InkLatency::Result InkLatency::measure(int strokes)
@@ -134,13 +125,13 @@ double InkLatency::partKept(int strokes)
     pointer_.press(points.front());
     auto next = Clock::now() + kRest;
     for (const ScreenPoint &point : points) {
-        waitUntil(next);
+        pointer_.waitUntil(next);
         next += kZigzagGap;
         pointer_.move(point);
     }
-    waitUntil(next + kRest);
+    pointer_.waitUntil(next + kRest);
     pointer_.release(points.back());
-    waitUntil(Clock::now() + kRest);
+    pointer_.waitUntil(Clock::now() + kRest);
     std::size_t kept = 0;
     for (std::size_t i = 0; i < points.size(); ++i) {
         kept += look(points[i]) != before[i] ? 1 : 0;

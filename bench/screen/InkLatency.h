@@ -50,7 +50,6 @@ private:
     [[nodiscard]] std::optional<Milliseconds> moveAndWatch(ScreenPoint to,
                                                            Clock::duration patience);
     [[nodiscard]] std::vector<std::uint32_t> look(ScreenPoint at) const;
-    void waitUntil(Clock::time_point time);
 
     InkPointer &pointer_;
     InkArea area_;

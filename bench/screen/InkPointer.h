@@ -1,5 +1,8 @@
 #pragma once
 
+#include <chrono>
+#include <thread>
+
 namespace orv::bench {
 
 /// Pixels of the screen from its top left corner.
@@ -18,8 +21,14 @@ public:
     virtual void press(ScreenPoint at) = 0;
     virtual void move(ScreenPoint to) = 0;
     virtual void release(ScreenPoint at) = 0;
-    /// Called again and again while nothing is to be done.
-    virtual void idle() = 0;
+    /// Sleeps, but for what must be done meanwhile: a hand that wakes without need takes the
+    /// processor, and its caches, from those that are measured.
+    virtual void waitUntil(std::chrono::steady_clock::time_point time)
+    {
+        std::this_thread::sleep_until(time);
+    }
+    /// What must be done meanwhile, for those who wait for something else than a time.
+    virtual void idle() {}
 };
 
 } // namespace orv::bench

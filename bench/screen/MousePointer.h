@@ -35,7 +35,6 @@ public:
     }
     void move(ScreenPoint to) override { fake(XCB_MOTION_NOTIFY, 0, to); }
     void release(ScreenPoint /*at*/) override { fake(XCB_BUTTON_RELEASE, kLeftButton, {}); }
-    void idle() override {}
 
 private:
     static constexpr std::uint8_t kLeftButton = 1;

@@ -4,6 +4,7 @@
 
 #include <boost/beast/http.hpp>
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 #include <utility>
@@ -141,6 +142,14 @@ void RecordPointer::move(ScreenPoint to)
 void RecordPointer::release(ScreenPoint at)
 {
     point(ink_records::release, at);
+}
+
+void RecordPointer::waitUntil(std::chrono::steady_clock::time_point time)
+{
+    while (std::chrono::steady_clock::now() < time) {
+        network_.run_one_until(frames_.empty() ? time : std::min(time, nextShow_));
+        showFrames();
+    }
 }
 
 void RecordPointer::idle()

@@ -30,6 +30,7 @@ public:
     void press(ScreenPoint at) override;
     void move(ScreenPoint to) override;
     void release(ScreenPoint at) override;
+    void waitUntil(std::chrono::steady_clock::time_point time) override;
     void idle() override;
 
 private:

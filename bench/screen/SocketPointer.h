@@ -23,7 +23,6 @@ public:
     void press(ScreenPoint at) override { send(ink_records::press, at); }
     void move(ScreenPoint to) override { send(ink_records::move, to); }
     void release(ScreenPoint at) override { send(ink_records::release, at); }
-    void idle() override {}
 
 private:
     void send(std::uint32_t event, ScreenPoint at)

@@ -32,7 +32,7 @@
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -124,14 +124,6 @@ Options readOptions(Words words)
     return options;
 }
 
-void rest(InkPointer &pointer, Clock::time_point until)
-{
-    while (Clock::now() < until) {
-        pointer.idle();
-        std::this_thread::sleep_for(200us);
-    }
-}
-
 /// One long stroke; nobody watches the screen meanwhile. `processes` and the answer go together:
 /// microseconds of processor time a motion.
 std::vector<double> cost(InkPointer &pointer, const InkArea &area,
@@ -144,7 +136,7 @@ std::vector<double> cost(InkPointer &pointer, const InkArea &area,
             area.y + static_cast<int>(area.height * (0.5 + 0.49 * std::sin(step / 41.0)))};
     };
     pointer.press(at(0));
-    rest(pointer, Clock::now() + kRest);
+    pointer.waitUntil(Clock::now() + kRest);
     std::vector<double> before;
     before.reserve(processes.size());
     for (const pid_t process : processes) {
@@ -152,10 +144,10 @@ std::vector<double> cost(InkPointer &pointer, const InkArea &area,
     }
     const auto begin = Clock::now();
     for (int step = 1; step <= kMotions; ++step) {
-        rest(pointer, begin + step * std::chrono::nanoseconds(1s) / kMotionsASecond);
+        pointer.waitUntil(begin + step * std::chrono::nanoseconds(1s) / kMotionsASecond);
         pointer.move(at(step));
     }
-    rest(pointer, Clock::now() + kRest);
+    pointer.waitUntil(Clock::now() + kRest);
     std::vector<double> spent;
     spent.reserve(processes.size());
     for (std::size_t i = 0; i < processes.size(); ++i) {
@@ -191,14 +183,21 @@ std::unique_ptr<InkPointer> makePointer(const Options &options)
     return pointer;
 }
 
+/// The times, and the part of quick motions that is in the ink.
+std::pair<orv::bench::InkLatency::Result, double> watch(InkPointer &pointer, const Options &options)
+{
+    orv::bench::InkLatency latency(pointer, options.area);
+    latency.requireStillScreen();
+    auto measured = latency.measure(options.strokes);
+    const double kept = latency.partKept(options.strokes);
+    return {std::move(measured), kept};
+}
+
 void run(const Options &options)
 {
     const auto pointer = makePointer(options);
-    rest(*pointer, Clock::now() + kRest);
-    orv::bench::InkLatency latency(*pointer, options.area);
-    latency.requireStillScreen();
-    const auto measured = latency.measure(options.strokes);
-    const double kept = latency.partKept(options.strokes);
+    pointer->waitUntil(Clock::now() + kRest);
+    const auto [measured, kept] = watch(*pointer, options);
     const auto spent = cost(*pointer, options.area, processesOf(options));
 
     nlohmann::json line{{"lost", measured.lost}, {"kept", kept}};
@@ -216,7 +215,7 @@ void run(const Options &options)
 
 int main(int argc, char **argv)
 {
-    // The pauses between two looks are to be as short as they say.
+    // A motion is to come when it is due.
     ::prctl(PR_SET_TIMERSLACK, 1);
     try {
         run(readOptions(Words(std::span(argv, static_cast<std::size_t>(argc)).subspan(1))));

@@ -81,6 +81,15 @@ void XClient::raise(xcb_window_t window)
     xcb_flush(connection_);
 }
 
+void XClient::move(xcb_window_t window, int x, int y)
+{
+    const std::array<std::uint32_t, 2> place{static_cast<std::uint32_t>(x),
+                                             static_cast<std::uint32_t>(y)};
+    xcb_configure_window(connection_, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
+                         place.data());
+    xcb_flush(connection_);
+}
+
 void XClient::focus(xcb_window_t window)
 {
     xcb_set_input_focus(connection_, XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);

@@ -24,6 +24,7 @@ public:
     xcb_window_t showWindow(int x, int y, int width, int height, std::uint32_t color,
                             bool overrideRedirect = false, std::uint32_t pid = 0);
     void raise(xcb_window_t window);
+    void move(xcb_window_t window, int x, int y);
     void focus(xcb_window_t window);
     [[nodiscard]] xcb_window_t focused();
 

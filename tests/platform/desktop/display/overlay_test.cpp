@@ -9,11 +9,14 @@
 #include <filesystem>
 
 #include <QImage>
+#include <QWindow>
 
 namespace orv::platform::test {
 
 namespace {
 
+/// Seconds by which the order of the windows was looked at.
+constexpr double kLongAfterAChange = 0.5;
 constexpr std::uint32_t kGreen = 0x00ff00;
 constexpr std::uint32_t kRed = 0xff0000;
 constexpr std::uint32_t kBlue = 0x0000ff;
@@ -28,6 +31,14 @@ void drag(XClient &client, int fromX, int y, int toX)
     }
     client.movePointer(toX, y);
     client.button(1, false);
+}
+
+/// Of two windows that are shown on the screen itself.
+bool isAbove(xcb_window_t upper, xcb_window_t lower)
+{
+    const std::vector<xcb_window_t> order = ports().x().topLevels();
+    const auto place = std::find(order.begin(), order.end(), lower);
+    return place != order.end() && std::find(place, order.end(), upper) != order.end();
 }
 
 bool hasSeen(const InkWindow &window, EventType type)
@@ -139,13 +150,31 @@ TEST_F(AnyDisplay, comesBackAboveAWindowThatIsPutOverIt)
     // The server maps it in front of all others.
     const xcb_window_t other = client.showWindow(200, 200, 600, 400, kGreen, true);
 
-    EXPECT_TRUE(pumpUntil([&] {
-        const std::vector<xcb_window_t> order = ports().x().topLevels();
-        const auto place = std::find(order.begin(), order.end(), other);
-        return place != order.end() &&
-               std::find(place, order.end(), overlay.nativeWindow()) != order.end();
-    }));
+    EXPECT_TRUE(pumpUntil([&] { return isAbove(overlay.nativeWindow(), other); }));
     EXPECT_TRUE(comesToShow(500, 400, kRed));
+}
+
+TEST_F(AnyDisplay, staysBelowAnotherWindowOfTheHost)
+{
+    const xcb_window_t other = client.showWindow(1000, 200, 100, 100, kGreen, true);
+    InkWindow overlay(kWholeScreen);
+    overlay.surface().orderFront();
+    ASSERT_TRUE(pumpUntil([&] { return isAbove(overlay.nativeWindow(), other); }));
+    QWindow dialog;
+    dialog.setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint);
+    dialog.setGeometry(200, 200, 600, 400);
+    dialog.show();
+    dialog.raise();
+    const auto ofDialog = static_cast<xcb_window_t>(dialog.winId());
+    ASSERT_TRUE(pumpUntil([&] { return isAbove(ofDialog, overlay.nativeWindow()); }));
+
+    client.move(other, 1010, 200);
+    bool isLongAfter = false;
+    const auto wait =
+        ports().mainThread().after(kLongAfterAChange, [&isLongAfter] { isLongAfter = true; });
+
+    ASSERT_TRUE(pumpUntil([&] { return isLongAfter; }));
+    EXPECT_TRUE(isAbove(ofDialog, overlay.nativeWindow()));
 }
 
 TEST_F(AnyDisplay, givesTheKeyWindowTheKeysWithTheirCodesAndFlags)

@@ -7,7 +7,9 @@
 #include <xcb/xinput.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -26,6 +28,8 @@ namespace orv::platform::test {
 namespace {
 
 const Rect kWholeScreen = Rect::make(0, 0, 1920, kScreenHeight);
+/// In milliseconds, later than all input of a test.
+constexpr xcb_timestamp_t kLongAfterwards = 1'000'000;
 
 /// A window that the toolkit knows nothing of, though it is made on the toolkit's connection.
 class RawWindow {
@@ -67,12 +71,14 @@ public:
     }
     /// Windows inside it, whoever has made them. Also says that the X server has done all it was
     /// asked on this connection.
-    [[nodiscard]] int childCount() const
+    [[nodiscard]] std::vector<xcb_window_t> children() const
     {
         const XReply<xcb_query_tree_reply_t> tree(
             xcb_query_tree_reply(x().get(), xcb_query_tree(x().get(), window_), nullptr));
-        return tree->children_len;
+        const xcb_window_t *first = xcb_query_tree_children(tree.get());
+        return {first, first + tree->children_len};
     }
+    [[nodiscard]] std::size_t childCount() const { return children().size(); }
 
 private:
     static const XConnection &x() { return ports().x(); }
@@ -143,13 +149,13 @@ protected:
     {
         Desk::SetUp();
         window.emplace();
-        ASSERT_EQ(window->childCount(), 0);
+        ASSERT_EQ(window->childCount(), 0U);
     }
 
     void cover()
     {
         ASSERT_TRUE(link.cover(window->get(), receiver));
-        ASSERT_EQ(window->childCount(), 1);
+        ASSERT_EQ(window->childCount(), 1U);
     }
 
     /// Sends it, and waits until the X server has told everyone.
@@ -159,6 +165,43 @@ protected:
         client.button(1, true);
         client.button(1, false);
         static_cast<void>(client.focused());
+    }
+
+    /// Presses and releases a button round a key, and answers the key as the toolkit's connection
+    /// brings it; the link has read nothing by then.
+    KeyMoment clickRoundAKey()
+    {
+        KeyMoment key;
+        const ToolkitEvents events([&key](const xcb_generic_event_t &event) {
+            if ((event.response_type & 0x7F) == XCB_KEY_PRESS) {
+                const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event);
+                key = {true, press.detail, press.time};
+            }
+        });
+        client.button(1, true);
+        client.key(XK_a, true);
+        client.key(XK_a, false);
+        client.button(1, false);
+        static_cast<void>(client.focused());
+        const QDeadlineTimer deadline(std::chrono::seconds(10));
+        while (key.time == 0 && !deadline.hasExpired()) {
+            QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers |
+                                            QEventLoop::ExcludeSocketNotifiers);
+        }
+        return key;
+    }
+
+    /// With the pointer in the window, and the keys heard by both connections.
+    void coverWithKeys()
+    {
+        cover();
+        client.movePointer(250, 170);
+        client.focus(window->get());
+        ASSERT_TRUE(pumpUntil([this] { return client.focused() == window->get(); }));
+        const std::uint32_t wanted = XCB_EVENT_MASK_KEY_PRESS;
+        xcb_change_window_attributes(ports().x().get(), window->get(), XCB_CW_EVENT_MASK, &wanted);
+        ASSERT_EQ(window->childCount(), 1U);
+        QCoreApplication::processEvents();
     }
 
     bool penIsThere = false;
@@ -231,40 +274,36 @@ TEST_F(AnyDisplayPointerLink, waitsForAKeyButNotForever)
 
 TEST_F(AnyDisplayPointerLink, goesOnAtOnceWhenTheKeyIsMet)
 {
-    cover();
-    client.movePointer(250, 170);
-    client.focus(window->get());
-    ASSERT_TRUE(pumpUntil([this] { return client.focused() == window->get(); }));
-    KeyMoment key;
-    const ToolkitEvents events([&key](const xcb_generic_event_t &event) {
-        if ((event.response_type & 0x7F) == XCB_KEY_PRESS) {
-            const auto &press = reinterpret_cast<const xcb_key_press_event_t &>(event);
-            key = {true, press.detail, press.time};
-        }
-    });
-    const std::uint32_t wanted = XCB_EVENT_MASK_KEY_PRESS;
-    xcb_change_window_attributes(ports().x().get(), window->get(), XCB_CW_EVENT_MASK, &wanted);
-    ASSERT_EQ(window->childCount(), 1);
+    coverWithKeys();
 
-    QCoreApplication::processEvents();
-    client.button(1, true);
-    client.key(XK_a, true);
-    client.key(XK_a, false);
-    client.button(1, false);
-    static_cast<void>(client.focused());
-    const QDeadlineTimer deadline(std::chrono::seconds(10));
-    while (key.time == 0 && !deadline.hasExpired()) {
-        // The link has read nothing by then.
-        QCoreApplication::processEvents(QEventLoop::X11ExcludeTimers |
-                                        QEventLoop::ExcludeSocketNotifiers);
-    }
-    link.meet(key);
+    link.meet(clickRoundAKey());
 
     EXPECT_TRUE(receiver.hasSeen(PointerInput::Action::press));
     EXPECT_FALSE(receiver.hasSeen(PointerInput::Action::release));
     EXPECT_TRUE(
         comesWithoutTimers([this] { return receiver.hasSeen(PointerInput::Action::release); }));
     EXPECT_THAT(receiver.inputs, testing::SizeIs(testing::Ge(2U)));
+}
+
+TEST_F(AnyDisplayPointerLink, isNotHeldUpByWordOfSomethingElse)
+{
+    coverWithKeys();
+    const KeyMoment key = clickRoundAKey();
+    link.meet(key);
+    ASSERT_TRUE(pumpUntil([this] { return receiver.hasSeen(PointerInput::Action::release); }));
+    receiver.inputs.clear();
+    xcb_selection_clear_event_t word{};
+    word.response_type = XCB_SELECTION_CLEAR;
+    word.time = key.time + kLongAfterwards;
+    std::array<char, 32> bytes{};
+    std::memcpy(bytes.data(), &word, sizeof word);
+    xcb_send_event(ports().x().get(), 0, window->children().front(), XCB_EVENT_MASK_NO_EVENT,
+                   bytes.data());
+    ASSERT_EQ(window->childCount(), 1U);
+
+    link.meet(clickRoundAKey());
+
+    EXPECT_TRUE(receiver.hasSeen(PointerInput::Action::press));
 }
 
 class AnyDisplayPointer : public Desk {};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "OrvAnnotation/Events.h"
+#include "OrvAnnotation/Export.h"
 #include "OrvAnnotation/Records.h"
 
 #include <cstddef>
@@ -17,7 +18,7 @@ class AnnotationManager;
 struct ControllerParts;
 
 /// Receives the library's finished log lines. Both operations may be called from any thread.
-class OrvAnnotationDelegate {
+class ORV_EXPORT OrvAnnotationDelegate {
 public:
     /// `level`: 0 and 1 debug, 2 info, 3 warning, 4 error, 5 fatal.
     virtual void annotation(AnnotationController &controller, std::int32_t level,
@@ -48,7 +49,7 @@ struct ScreenDimension {
 /// Thread   records may come from any one thread at a time; what draws is queued to the main
 ///          thread. Construct and destroy it on the main thread or under its event loop.
 /// Fails    nothing is thrown: what goes wrong inside is logged, and the session goes on.
-class AnnotationController {
+class ORV_EXPORT AnnotationController {
 public:
     /// Logger threshold 4, nothing to the system's log; no session yet.
     AnnotationController();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "OrvAnnotation/Export.h"
+
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -12,7 +14,7 @@ namespace orv {
 ///
 /// Make it first, on the thread that is to be the main thread; it installs itself. Destroy it last.
 /// Throws `std::runtime_error` with one sentence when there is no display to connect to.
-class DesktopPlatform {
+class ORV_EXPORT DesktopPlatform {
 public:
     struct Options {
         /// The desktop-entry ID of the host program.

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "OrvAnnotation/Export.h"
+
 extern "C" {
 
 /// The library's version as a number: major.minor.
-extern const double OrvAnnotationVersionNumber;
+ORV_EXPORT extern const double OrvAnnotationVersionNumber;
 /// The library's version as text, ends with a zero byte.
-extern const unsigned char OrvAnnotationVersionString[];
+ORV_EXPORT extern const unsigned char OrvAnnotationVersionString[];
 }

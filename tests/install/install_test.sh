@@ -41,4 +41,15 @@ for file in bin/orv-replay bin/orvane-streamer include/OrvAnnotation/AnnotationC
     }
 done
 
+library=$(find "$work/prefix" -name libOrvAnnotation.so)
+kind='^[0-9a-f]+ [A-Za-z] (typeinfo for |typeinfo name for |vtable for )?'
+api='(AnnotationController|DesktopPlatform|OrvAnnotationDelegate|send[A-Z]|get[A-Z])'
+inside=$(nm --dynamic --defined-only --demangle "$library" | grep -E "${kind}orv::" |
+    grep -Ev "${kind}orv::$api" || true)
+[[ -z $inside ]] || {
+    echo "install_test: the library offers what no header of it names:" >&2
+    echo "$inside" >&2
+    exit 1
+}
+
 "$work/prefix/bin/orvane-streamer" --version | grep -q '^Orvane Streamer with OrvAnnotation [0-9]'

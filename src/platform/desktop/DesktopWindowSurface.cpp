@@ -95,7 +95,7 @@ void DesktopWindowSurface::setIgnoresMouseEvents(bool ignores)
 void DesktopWindowSurface::setCursorRects(const std::vector<CursorRect> &rects)
 {
     looks_.setRects(rects);
-    showLook();
+    showOtherLook();
 }
 
 void DesktopWindowSurface::createNativeWindow()
@@ -149,7 +149,7 @@ void DesktopWindowSurface::updateInput()
         host_.bringToFront(*this);
     }
     // The pointer may rest, and then nothing more is heard of it.
-    showLook();
+    showOtherLook();
     host_.x().flush();
 }
 
@@ -250,13 +250,22 @@ Point DesktopWindowSurface::pointAt(const QPointF &position) const
     return {position.x() / scale, frame_.size.height - position.y() / scale};
 }
 
+void DesktopWindowSurface::showOtherLook()
+{
+    shownLook_ = nullptr;
+    showLook();
+}
+
 void DesktopWindowSurface::showLook()
 {
     if (!pointer_) {
         return;
     }
-    QWindow &taker = shield_ ? shield_->cursorWindow() : *window_;
     const QCursor &look = looks_.at(pointAt(*pointer_));
+    if (std::exchange(shownLook_, &look) == &look) {
+        return;
+    }
+    QWindow &taker = shield_ ? shield_->cursorWindow() : *window_;
     if (taker.cursor() != look) {
         taker.setCursor(look);
         host_.x().flush();

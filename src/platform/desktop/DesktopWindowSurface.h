@@ -88,6 +88,8 @@ private:
     /// In window points of a place in device pixels.
     [[nodiscard]] Point pointAt(const QPointF &position) const;
     void showLook();
+    /// When what is to be seen, or on which window, may be another than at the last look.
+    void showOtherLook();
     [[nodiscard]] Event eventAt(const PointerInput &input);
 
     SurfaceHost &host_;
@@ -107,6 +109,8 @@ private:
     PointerLooks looks_;
     /// Where the pointer was last seen over the window, in device pixels.
     std::optional<QPointF> pointer_;
+    /// One of `looks_`; null when that has to be found anew.
+    const QCursor *shownLook_ = nullptr;
     std::unique_ptr<OverlayWindow, DetachAndDeleteLater> window_;
     std::optional<Presenter> presenter_;
     std::optional<InputShield> shield_;

@@ -9,12 +9,15 @@
 
 #include <algorithm>
 #include <cmath>
+#include <span>
 
 namespace orv::platform {
 
 namespace {
 
 constexpr int kNeverVisible = 256;
+/// So few are sent sooner than those among them are found that have changed.
+constexpr int kFewPixels = 64 * 64;
 
 int visibleAt(double alpha)
 {
@@ -55,8 +58,9 @@ void Presenter::setShaped(bool shaped, double alpha)
         shaped_.reset();
         WindowShape(x_, window).clear();
     }
-    keep(picture, bounds());
-    put({bounds()});
+    const PixelRect whole = bounds();
+    keep(picture, whole);
+    put({&whole, 1});
 }
 
 bool Presenter::fit(const Image &model)
@@ -75,16 +79,22 @@ bool Presenter::fit(const Image &model)
 void Presenter::present(const Image &model, const std::vector<PixelRect> &within)
 {
     bool all = fit(model);
-    const std::vector<PixelRect> areas = all ? std::vector{bounds()} : within;
+    const PixelRect whole = bounds();
+    const std::span areas = all ? std::span(&whole, 1) : std::span(within);
     std::vector<PixelRect> sent;
     for (const PixelRect &area : areas) {
         const PixelRect part = area.intersection(bounds());
+        if (!shaped_ && part.width * part.height <= kFewPixels) {
+            keep(model, part);
+            sent.push_back(part);
+            continue;
+        }
         const std::vector<PixelRect> changed =
             shaped_ ? keepShaped(model, part, all)
                     : copyChanges(rowsOf(model), pixels_.row(0), part);
         sent.insert(sent.end(), changed.begin(), changed.end());
     }
-    put(all ? std::vector{bounds()} : sent);
+    put(all ? std::span(&whole, 1) : std::span<const PixelRect>(sent));
 }
 
 std::vector<PixelRect> Presenter::keepShaped(const Image &model, const PixelRect &within, bool &all)
@@ -125,7 +135,7 @@ void Presenter::expose(const QRegion &region)
     put(rects);
 }
 
-void Presenter::put(const std::vector<PixelRect> &rects)
+void Presenter::put(std::span<const PixelRect> rects)
 {
     // A hidden window forgets its pixels; all of them are asked for when it is shown.
     if (!window_.isVisible()) {

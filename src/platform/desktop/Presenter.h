@@ -10,13 +10,15 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <vector>
 
 class QWindow;
 
 namespace orv::platform {
 
-/// Brings a surface's picture onto its window: only the pixels that differ from what is there.
+/// Brings a surface's picture onto its window: a small change as it is, of a large one only the
+/// pixels that differ from what is there.
 ///
 /// Under a compositor the window shows the pixels with their alpha. Without one it is shaped to
 /// the ink, which is then opaque.
@@ -54,7 +56,7 @@ private:
     void keep(const Image &model, const PixelRect &rect);
     /// Sets `all` when the whole window is to be put.
     std::vector<PixelRect> keepShaped(const Image &model, const PixelRect &within, bool &all);
-    void put(const std::vector<PixelRect> &rects);
+    void put(std::span<const PixelRect> rects);
 
     QWindow &window_;
     const XConnection &x_;
